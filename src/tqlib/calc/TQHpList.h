@@ -1,0 +1,151 @@
+#pragma once
+
+#include <utility>
+
+#include "tqlib/foundation/Export.h"
+#include "tqlib/foundation/TQException.h"
+#include "tqplatform/framework/CObject.h"
+
+/// A doubly linked list with a cursor, on which the calculator's stack, variables and commands
+/// stand and from which TQPickList is made. Each node holds a copy of an element. The cursor is
+/// null only while the list is empty. Nodes that become free wait for the next element, up to a
+/// fixed number.
+template <typename Element>
+class TQLIB_API TQHpList : public CObject {
+  public:
+    TQHpList() = default;
+
+    /// Frees all nodes, from the first to the last.
+    ~TQHpList() override {
+        empty();
+        freeChain(spare_);
+    }
+
+    /// Puts a copy of `element` behind the cursor, or into the empty list, and moves the cursor to
+    /// it.
+    void add(Element const &element) {
+        Node *const node = newNode(element);
+        node->prev = current_;
+        node->next = current_ == nullptr ? nullptr : current_->next;
+        link(node);
+        if (count_++ != 0) ++position_;
+    }
+
+    /// Removes the cursor's node and gives its element. The cursor moves to the following node, or
+    /// to the preceding one if there is none. Throws TQException::EMPTY_LIST on an empty list.
+    Element remove() {
+        Node *const node = current_;
+        if (node == nullptr) throw TQException::EMPTY_LIST();
+        (node->prev == nullptr ? head_ : node->prev->next) = node->next;
+        (node->next == nullptr ? tail_ : node->next->prev) = node->prev;
+        current_ = node->next;
+        if (current_ == nullptr) {
+            current_ = node->prev;
+            if (position_ > 0) --position_;
+        }
+        --count_;
+        Element element = std::move(node->value);
+        recycle(node);
+        return element;
+    }
+
+    /// Move the cursor to the first or last node.
+    void toFirst() {
+        current_ = head_;
+        position_ = 0;
+    }
+    void toLast() {
+        current_ = tail_;
+        position_ = count_ == 0 ? 0 : count_ - 1;
+    }
+
+    /// Frees all nodes.
+    void empty() {
+        freeChain(head_);
+        head_ = tail_ = current_ = nullptr;
+        count_ = position_ = 0;
+    }
+
+    int count() const { return count_; }
+
+    /// The cursor's element; throws TQException::EMPTY_LIST on an empty list.
+    Element &current() const {
+        if (current_ == nullptr) throw TQException::EMPTY_LIST();
+        return current_->value;
+    }
+
+    /// The first element from the start that `fits`, or null. The cursor stays.
+    template <typename Predicate>
+    Element *find(Predicate fits) const {
+        for (Node *node = head_; node != nullptr; node = node->next)
+            if (fits(std::as_const(node->value))) return &node->value;
+        return nullptr;
+    }
+
+    /// Moves the cursor to the first element from the start that `fits`. False, with the cursor
+    /// where it was, if there is none.
+    template <typename Predicate>
+    bool toFirstThat(Predicate fits) {
+        int index = 0;
+        for (Node *node = head_; node != nullptr; node = node->next, ++index) {
+            if (!fits(std::as_const(node->value))) continue;
+            current_ = node;
+            position_ = index;
+            return true;
+        }
+        return false;
+    }
+
+    /// The element `index` places before the last one, or null.
+    Element const *fromLast(unsigned int index) const {
+        Node const *node = tail_;
+        while (node != nullptr && index-- != 0)
+            node = node->prev;
+        return node == nullptr ? nullptr : &node->value;
+    }
+
+  private:
+    struct Node {
+        Element value;
+        Node *prev;
+        Node *next;
+    };
+
+    static constexpr int mostSpare = 32;
+
+    Node *newNode(Element const &element) {
+        if (spare_ == nullptr) return new Node{element, nullptr, nullptr};
+        spare_->value = element;
+        --spareCount_;
+        return std::exchange(spare_, spare_->next);
+    }
+
+    void recycle(Node *node) {
+        if (spareCount_ == mostSpare) {
+            delete node;
+            return;
+        }
+        node->next = std::exchange(spare_, node);
+        ++spareCount_;
+    }
+
+    // Puts `node`, whose neighbours are set, into the list, and the cursor on it.
+    void link(Node *node) {
+        (node->prev == nullptr ? head_ : node->prev->next) = node;
+        (node->next == nullptr ? tail_ : node->next->prev) = node;
+        current_ = node;
+    }
+
+    static void freeChain(Node *node) {
+        while (node != nullptr)
+            delete std::exchange(node, node->next);
+    }
+
+    Node *head_ = nullptr;
+    Node *tail_ = nullptr;
+    Node *current_ = nullptr;  ///< the cursor
+    int count_ = 0;
+    int position_ = 0;  ///< index of the cursor
+    Node *spare_ = nullptr;
+    int spareCount_ = 0;
+};

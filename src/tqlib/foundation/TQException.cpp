@@ -1,0 +1,5 @@
+#include "tqlib/foundation/TQException.h"
+
+TQException &TQException::operator=(TQException const & /*other*/) {
+    return *this;
+}

@@ -1,0 +1,247 @@
+#include "tqlib/records/TQCSVInput.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+#include "tqlib/foundation/ScanNumber.h"
+#include "tqplatform/runtime/CRuntime.h"
+
+namespace {
+
+using tqlib::detail::LineBuffer;
+
+constexpr std::ptrdiff_t longestNumber = 199;  // characters of a number field
+constexpr std::size_t numberFieldSize = longestNumber + 1;
+constexpr char semicolon = ';';
+constexpr char doubleQuote = '"';
+
+/// The size reported while no file is open: -1 as an unsigned number of 32 bits.
+constexpr std::uint32_t noFileLength = 0xFFFFFFFF;
+
+/// Characters that can be part of a number.
+constexpr std::string_view numberCharacters =
+    "0123456789+-.,()_"
+    "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
+
+/// The type that sscanf converts to: the short types take the low bits of an int.
+template <typename Number>
+struct Converted {
+    using Type = Number;
+};
+template <>
+struct Converted<short> {
+    using Type = int;
+};
+template <>
+struct Converted<unsigned short> {
+    using Type = unsigned int;
+};
+
+void assignText(CString &target, char const *first, char const *end) {
+    auto const length = static_cast<int>(end - first);
+    std::memcpy(target.GetBufferSetLength(length), first, static_cast<std::size_t>(length));
+}
+
+void assignText(char *target, char const *first, char const *end) {
+    auto const length = static_cast<std::size_t>(end - first);
+    std::memcpy(target, first, length);
+    target[length] = '\0';
+}
+
+}  // namespace
+
+TQCSVInput::TQCSVInput() {
+    Init();
+}
+
+TQCSVInput::TQCSVInput(char const *name, int ascii, int quoted, char /*unread*/, char separator,
+                       char decimal)
+    : classic::ifstream(name, in | nocreate), name_(name) {
+    Init();
+    quoted_ = quoted;
+    ascii_ = ascii;
+    if (decimal != 0) cDezimalzeichen_ = decimal;
+    if (separator != 0) setSeparator(separator);
+}
+
+TQCSVInput::~TQCSVInput() = default;
+
+void TQCSVInput::Init() {
+    lineNo_ = 0;
+    buffer_ = LineBuffer();
+    position_ = nullptr;
+    ascii_ = 0;
+    setSeparator(semicolon);
+    cDezimalzeichen_ = tqlib::detail::decimalPointByte();
+    quoted_ = 1;
+    cQuote_ = doubleQuote;
+    fieldNo_ = 0;
+}
+
+void TQCSVInput::setSeparator(char separator) {
+    cTrennzeichen_ = separator;
+    plainSeparator_ = numberCharacters.find(separator) == std::string_view::npos &&
+                      static_cast<unsigned char>(separator) < 0x80;
+}
+
+void TQCSVInput::nextline() {
+    lock();
+    clear();
+    lineRead_ = true;
+    get(buffer_.begin(), LineBuffer::size, '\n');
+    lineRead_ = false;
+    position_ = buffer_.begin();
+    if (*position_ == '\0') clear(eofbit);
+    unlock();
+    ++lineNo_;
+    fieldNo_ = 0;
+}
+
+void TQCSVInput::ReadLine(CString &target) {
+    nextline();
+    target = buffer_.begin();
+}
+
+char const *TQCSVInput::currentLine() {
+    if (position_ == nullptr) nextline();
+    return buffer_.begin();
+}
+
+void TQCSVInput::Reset(int state) {
+    lock();
+    clear(state);
+    seekg(0);
+    unlock();
+    lineNo_ = 0;
+}
+
+int TQCSVInput::setAscii(int ascii) {
+    return std::exchange(ascii_, ascii);
+}
+
+unsigned long TQCSVInput::getFileLength() const {
+    long const length = _filelength(rdbuf()->fd());
+    return length < 0 ? noFileLength : static_cast<unsigned long>(length);
+}
+
+// Moves over the separator that ended the field before, and no more. It isn't known whether there
+// was a field before, so a separator at the start of a line goes the same way.
+void TQCSVInput::skipSeparator() {
+    if (position_ == nullptr) nextline();
+    if (*position_ == cTrennzeichen_) ++position_;
+}
+
+// Gathers the next number field, cut to its room; null at the end of the line.
+char *TQCSVInput::getNumber(char *field) {
+    skipSeparator();
+    if (*position_ == '\0') return nullptr;
+    ++fieldNo_;
+    if (*position_ == cTrennzeichen_) return std::strcpy(field, "0");
+    char const separators[] = {cTrennzeichen_, '\0'};
+    std::size_t const length = std::strcspn(position_, separators);
+    assignText(field, position_, position_ + std::min(length, numberFieldSize - 1));
+    position_ += length;
+    return field;
+}
+
+// Reads a plain number where it stands on the line, with the result that the gathered field would
+// give. False, with nothing taken, if it needs the gathered field.
+template <typename Value>
+bool TQCSVInput::readInPlace(Value &value) {
+    char const point = tqlib::detail::decimalPoint();
+    if (!plainSeparator_ || position_ == nullptr || point == cTrennzeichen_) return false;
+    char *const field = *position_ == cTrennzeichen_ ? position_ + 1 : position_;
+    char const *start = field;
+    while (tqlib::detail::isWhiteSpace(*start) && *start != cTrennzeichen_)
+        ++start;
+    char const *const behind = tqlib::detail::readPlainNumber(start, point, value);
+    if (behind == nullptr || behind - field > longestNumber) return false;
+    position_ = field + (behind - field);
+    while (*position_ != cTrennzeichen_ && *position_ != '\0')
+        ++position_;
+    ++fieldNo_;
+    return true;
+}
+
+template <typename Number>
+TQCSVInput &TQCSVInput::readNumber(Number *target) {
+    typename Converted<Number>::Type value{};
+    if (!readInPlace(value)) {
+        char field[numberFieldSize];
+        if (getNumber(field) == nullptr) throw Failure();
+        if (tqlib::detail::scanNumber(field, value) != 1) throw Failure();
+    }
+    *target = static_cast<Number>(value);
+    return *this;
+}
+
+TQCSVInput &TQCSVInput::operator>>(double *target) {
+    return readNumber(target);
+}
+TQCSVInput &TQCSVInput::operator>>(float *target) {
+    return readNumber(target);
+}
+TQCSVInput &TQCSVInput::operator>>(long *target) {
+    return readNumber(target);
+}
+TQCSVInput &TQCSVInput::operator>>(short *target) {
+    return readNumber(target);
+}
+TQCSVInput &TQCSVInput::operator>>(int *target) {
+    return readNumber(target);
+}
+TQCSVInput &TQCSVInput::operator>>(unsigned long *target) {
+    return readNumber(target);
+}
+TQCSVInput &TQCSVInput::operator>>(unsigned short *target) {
+    return readNumber(target);
+}
+TQCSVInput &TQCSVInput::operator>>(unsigned int *target) {
+    return readNumber(target);
+}
+
+// Moves to the next text field, behind its opening quote; false at the end of the line.
+bool TQCSVInput::toTextField() {
+    skipSeparator();
+    if (*position_ == cQuote_) ++position_;
+    if (*position_ == '\0') return false;
+    ++fieldNo_;
+    return true;
+}
+
+// The end of the text field on which the position stands; none stands on a separator.
+char *TQCSVInput::textFieldEnd() const {
+    if (*position_ == cTrennzeichen_) return position_;
+    char const stoppers[] = {cTrennzeichen_, cQuote_, '\0'};
+    return position_ + std::strcspn(position_, stoppers);
+}
+
+// Moves behind the field and its closing quote. An empty field in front of a separator has none.
+void TQCSVInput::leaveTextField(char *end) {
+    bool const onSeparator = *end == cTrennzeichen_;
+    position_ = end + (!onSeparator && *end == cQuote_ ? 1 : 0);
+}
+
+template <typename Text>
+TQCSVInput &TQCSVInput::readText(Text &target) {
+    if (!toTextField()) throw Failure();
+    char *const end = textFieldEnd();
+    assignText(target, position_, end);
+    leaveTextField(end);
+    return *this;
+}
+
+TQCSVInput &TQCSVInput::operator>>(CString &target) {
+    target.Empty();
+    return readText(target);
+}
+
+TQCSVInput &TQCSVInput::operator>>(TQString &target) {
+    return *this >> static_cast<CString &>(target);
+}
+
+TQCSVInput &TQCSVInput::operator>>(char *target) {
+    return readText(target);
+}

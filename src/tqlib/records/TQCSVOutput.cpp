@@ -1,0 +1,160 @@
+#include "tqlib/records/TQCSVOutput.h"
+
+#include <algorithm>
+#include <charconv>
+#include <climits>
+#include <cstring>
+#include <utility>
+
+#include "tqlib/foundation/FormatNumber.h"
+#include "tqlib/foundation/ScanNumber.h"
+
+namespace {
+
+constexpr std::size_t numberFieldSize = 200;  // its NUL included
+constexpr char semicolon = ';';
+constexpr char doubleQuote = '"';
+
+// The length of a number text without the zeros behind its last decimal character.
+std::size_t lengthWithoutZeros(std::string_view text, char decimal) {
+    std::size_t const point = decimal == '\0' ? std::string_view::npos : text.rfind(decimal);
+    if (point == std::string_view::npos) return text.size();
+    std::size_t length = text.size();
+    while (length > point + 1 && text[length - 1] == '0')
+        --length;
+    return length;
+}
+
+}  // namespace
+
+TQCSVOutput::TQCSVOutput() {
+    Init();
+}
+
+TQCSVOutput::TQCSVOutput(char const *name, int ascii, int quoted, char /*unread*/, int separated,
+                         char separator, char decimal)
+    : classic::ofstream(name, out), name_(name) {
+    Init();
+    quoted_ = quoted;
+    ascii_ = ascii;
+    separated_ = separated;
+    if (decimal != 0) cDezimalzeichen_ = decimal;
+    if (separator != 0) cTrennzeichen_ = separator;
+}
+
+TQCSVOutput::~TQCSVOutput() = default;
+
+void TQCSVOutput::Init() {
+    firstField_ = 1;
+    ascii_ = 0;
+    separated_ = 1;
+    cTrennzeichen_ = semicolon;
+    cDezimalzeichen_ = tqlib::detail::decimalPointByte();
+    quoted_ = 1;
+    cQuote_ = doubleQuote;
+}
+
+int TQCSVOutput::setAscii(int ascii) {
+    return std::exchange(ascii_, ascii);
+}
+
+void TQCSVOutput::ZeroCheck(char *text) const {
+    if (text != nullptr) text[lengthWithoutZeros(text, cDezimalzeichen_)] = '\0';
+}
+
+void TQCSVOutput::startField() {
+    if (firstField_ == 0 && separated_ != 0) put(cTrennzeichen_);
+    firstField_ = 0;
+}
+
+void TQCSVOutput::check() const {
+    if (fail()) throw Failure();
+}
+
+// Writes `text` in pieces that an int can count.
+void TQCSVOutput::putAll(std::string_view text) {
+    for (; text.size() > INT_MAX; text.remove_prefix(INT_MAX))
+        write(text.data(), INT_MAX);
+    write(text.data(), static_cast<int>(text.size()));
+}
+
+template <typename Whole>
+TQCSVOutput &TQCSVOutput::writeWhole(Whole value) {
+    startField();
+    char digits[24];
+    char const *const end = std::to_chars(digits, digits + sizeof digits, value).ptr;
+    write(digits, static_cast<int>(end - digits));
+    check();
+    return *this;
+}
+
+TQCSVOutput &TQCSVOutput::writeReal(double value) {
+    startField();
+    char field[numberFieldSize];
+    std::size_t const length = tqlib::detail::formatSixDecimals(field, sizeof field, value);
+    write(field, static_cast<int>(lengthWithoutZeros({field, length}, cDezimalzeichen_)));
+    check();
+    return *this;
+}
+
+TQCSVOutput &TQCSVOutput::operator<<(double value) {
+    return writeReal(value);
+}
+TQCSVOutput &TQCSVOutput::operator<<(float value) {
+    return writeReal(static_cast<double>(value));
+}
+TQCSVOutput &TQCSVOutput::operator<<(long value) {
+    return writeWhole(value);
+}
+TQCSVOutput &TQCSVOutput::operator<<(int value) {
+    return writeWhole(value);
+}
+TQCSVOutput &TQCSVOutput::operator<<(short value) {
+    return writeWhole(value);
+}
+TQCSVOutput &TQCSVOutput::operator<<(unsigned long value) {
+    return writeWhole(value);
+}
+TQCSVOutput &TQCSVOutput::operator<<(unsigned int value) {
+    return writeWhole(value);
+}
+TQCSVOutput &TQCSVOutput::operator<<(unsigned short value) {
+    return writeWhole(value);
+}
+
+TQCSVOutput &TQCSVOutput::operator<<(char value) {
+    startField();
+    if (value != '\0') put(value);
+    check();
+    return *this;
+}
+
+TQCSVOutput &TQCSVOutput::operator<<(unsigned char value) {
+    return *this << static_cast<char>(value);
+}
+
+TQCSVOutput &TQCSVOutput::writeText(std::string_view text) {
+    startField();
+    if (quoted_ != 0) put(cQuote_);
+    check();
+    putAll(text);
+    check();
+    if (quoted_ != 0) put(cQuote_);
+    check();
+    return *this;
+}
+
+TQCSVOutput &TQCSVOutput::operator<<(char const *text) {
+    return writeText(text == nullptr ? std::string_view() : std::string_view(text));
+}
+
+TQCSVOutput &TQCSVOutput::operator<<(TQString const &text) {
+    return writeText(text.view());
+}
+
+void TQCSVOutput::nextline() {
+    if (separated_ != 0) put(cTrennzeichen_);
+    put('\n');
+    check();
+    firstField_ = 1;
+}

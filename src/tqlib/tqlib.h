@@ -1,0 +1,11 @@
+#pragma once
+
+// Every public class of the library.
+
+#include "tqlib/calc/TQHpBefehl.h"
+#include "tqlib/calc/TQHpCalculator.h"
+#include "tqlib/calc/TQHpList.h"
+#include "tqlib/foundation/TQException.h"
+#include "tqlib/foundation/TQString.h"
+#include "tqlib/records/TQCSVInput.h"
+#include "tqlib/records/TQCSVOutput.h"

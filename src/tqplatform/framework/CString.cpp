@@ -1,0 +1,202 @@
+#include "tqplatform/framework/CString.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+#include <utility>
+
+#include "tqplatform/framework/ModuleState.h"
+#include "tqplatform/runtime/CodePage1252.h"
+
+namespace {
+
+constexpr std::size_t maxLength = INT_MAX - 1;  // a length and its NUL fit an int
+constexpr std::string_view whiteSpace = " \t\n\v\f\r";
+
+std::size_t notNegative(int count) {
+    return static_cast<std::size_t>(std::max(count, 0));
+}
+
+}  // namespace
+
+CString::CString(char c, int count) : CString() {
+    std::size_t const length = notNegative(count);
+    reserve(length);
+    std::memset(text_, c, length);
+    setLength(length);
+}
+
+void CString::setLength(std::size_t length) {
+    length_ = static_cast<int>(length);
+    text_[length] = '\0';
+}
+
+void CString::release() {
+    std::free(text_);
+}
+
+// Makes room for `capacity` characters, keeping the text.
+void CString::reserve(std::size_t capacity) {
+    if (capacity <= static_cast<std::size_t>(capacity_)) return;
+    if (capacity > maxLength) throw std::bad_alloc();
+    bool const small = text_ == small_;
+    auto *const block = static_cast<char *>(std::realloc(small ? nullptr : text_, capacity + 1));
+    if (block == nullptr) throw std::bad_alloc();
+    if (small) std::memcpy(block, small_, static_cast<std::size_t>(length_) + 1);
+    text_ = block;
+    capacity_ = static_cast<int>(capacity);
+}
+
+// Makes room for `more` characters behind the text, and for as many again as are there, so that
+// appending piece by piece takes time in proportion to the text.
+void CString::grow(std::size_t more) {
+    std::size_t const needed = static_cast<std::size_t>(length_) + more;
+    if (needed <= static_cast<std::size_t>(capacity_)) return;
+    if (needed > maxLength) throw std::bad_alloc();
+    std::size_t const doubled = 2 * static_cast<std::size_t>(capacity_) + 1;
+    reserve(std::max(needed, std::min(doubled, maxLength)));
+}
+
+// Moves the text of `other` here; `other` becomes empty.
+void CString::take(CString &other) noexcept {
+    if (other.text_ == other.small_) {  // fits every capacity
+        std::memcpy(text_, other.small_, sizeof small_);
+        length_ = other.length_;
+    } else {
+        if (text_ != small_) release();
+        text_ = std::exchange(other.text_, other.small_);
+        length_ = other.length_;
+        capacity_ = std::exchange(other.capacity_, smallCapacity);
+    }
+    other.setLength(0);
+}
+
+void CString::assign(std::string_view text) {
+    if (text.size() > static_cast<std::size_t>(capacity_)) reserve(text.size());
+    std::memmove(text_, text.data(), text.size());
+    setLength(text.size());
+}
+
+void CString::append(std::string_view text) {
+    auto const length = static_cast<std::size_t>(length_);
+    if (text.size() > static_cast<std::size_t>(capacity_) - length) {
+        bool const own = text.data() >= text_ && text.data() <= text_ + length;
+        auto const offset = text.data() - text_;
+        grow(text.size());
+        if (own) text = {text_ + offset, text.size()};
+    }
+    std::memmove(text_ + length, text.data(), text.size());
+    setLength(length + text.size());
+}
+
+CString CString::concatenate(std::string_view left, std::string_view right) {
+    // A result too long for the object itself gets some room, since more is often added to it.
+    CString result;
+    std::size_t const length = left.size() + right.size();
+    if (length > smallCapacity) result.reserve(std::min(2 * length, std::max(length, maxLength)));
+    std::memcpy(result.text_, left.data(), left.size());
+    std::memcpy(result.text_ + left.size(), right.data(), right.size());
+    result.setLength(length);
+    return result;
+}
+
+void CString::Empty() {
+    if (text_ != small_) release();
+    text_ = small_;
+    capacity_ = smallCapacity;
+    setLength(0);
+}
+
+char *CString::GetBuffer(int room) {
+    reserve(notNegative(room));
+    return text_;
+}
+
+char *CString::GetBufferSetLength(int length) {
+    reserve(notNegative(length));
+    setLength(notNegative(length));
+    return text_;
+}
+
+void CString::ReleaseBuffer(int length) {
+    auto const room = static_cast<std::size_t>(capacity_);
+    setLength(length < 0 ? strnlen(text_, room) : std::min(notNegative(length), room));
+}
+
+CString CString::Left(int count) const {
+    return Mid(0, count);
+}
+
+CString CString::Right(int count) const {
+    return Mid(length_ - std::clamp(count, 0, length_), length_);
+}
+
+CString CString::Mid(int first, int count) const {
+    CString part;
+    std::size_t const start = std::min(notNegative(first), static_cast<std::size_t>(length_));
+    part.assign(view().substr(start, notNegative(count)));
+    return part;
+}
+
+int CString::Find(char const *text) const {
+    std::size_t const found = view().find(viewOf(text));
+    return found == std::string_view::npos ? -1 : static_cast<int>(found);
+}
+
+int CString::FindOneOf(char const *set) const {
+    std::size_t const found = view().find_first_of(viewOf(set));
+    return found == std::string_view::npos ? -1 : static_cast<int>(found);
+}
+
+int CString::ReverseFind(char c) const {
+    std::size_t const found = view().rfind(c);
+    return found == std::string_view::npos ? -1 : static_cast<int>(found);
+}
+
+void CString::TrimLeft() {
+    std::size_t const first = view().find_first_not_of(whiteSpace);
+    if (first != 0)
+        assign(first == std::string_view::npos ? std::string_view() : view().substr(first));
+}
+
+void CString::TrimRight() {
+    setLength(view().find_last_not_of(whiteSpace) + 1);
+}
+
+void CString::MakeLower() {
+    std::transform(text_, text_ + length_, text_, tqplatform::toLower1252);
+}
+
+void CString::Format(char const *format, ...) {
+    // The arguments may point into this text, so the result is made beside it.
+    char buffer[512];
+    CString longer;
+    char const *result = buffer;
+    std::va_list arguments;
+    va_start(arguments, format);
+    std::va_list again;
+    va_copy(again, arguments);
+    int const length = std::vsnprintf(buffer, sizeof buffer, format, arguments);
+    if (length >= static_cast<int>(sizeof buffer)) {
+        char *const room = longer.GetBuffer(length);
+        std::vsnprintf(room, static_cast<std::size_t>(length) + 1, format, again);
+        result = room;
+    }
+    va_end(again);
+    va_end(arguments);
+    assign(length < 0 ? std::string_view() : std::string_view(result, notNegative(length)));
+}
+
+int CString::LoadStringA(unsigned int id) {
+    auto const *resource = AfxGetModuleState()->findResource(tqplatform::ResourceKind::string, id);
+    if (resource == nullptr) {
+        Empty();
+        return 0;
+    }
+    assign({static_cast<char const *>(resource->data), resource->size});
+    return 1;
+}

@@ -1,0 +1,208 @@
+#pragma once
+
+// The framework's string: a value of single-byte characters, Windows-1252 where a byte means a
+// letter, with a known length and a NUL behind it.
+
+#include <compare>
+#include <concepts>
+#include <istream>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "tqplatform/runtime/Export.h"
+
+/// A text. Indices and lengths are in bytes; a length is at most 2147483646, and a request beyond
+/// that or beyond the memory throws std::bad_alloc and leaves the text as it was. Texts of up to 22
+/// characters need no memory of their own. A null `char const *` counts as the empty text.
+///
+///     CString name = "co2";
+///     name += ".csv";
+///     name.Find("csv");   // 4
+class TQPLATFORM_API CString {
+  public:
+    CString() noexcept : text_(small_), length_(0), capacity_(smallCapacity) { small_[0] = '\0'; }
+    CString(char const *text) : CString() { assign(viewOf(text)); }
+    CString(CString const &other) : CString() { assign(other.view()); }
+    CString(CString &&other) noexcept : CString() { take(other); }
+
+    /// `count` times the character `c`; a negative count is 0.
+    CString(char c, int count);
+
+    ~CString() {
+        if (text_ != small_) release();
+    }
+
+    CString &operator=(CString const &other) {
+        assign(other.view());
+        return *this;
+    }
+    CString &operator=(CString &&other) noexcept {
+        if (this != &other) take(other);
+        return *this;
+    }
+    CString &operator=(char const *text) {
+        assign(viewOf(text));
+        return *this;
+    }
+
+    CString &operator+=(char c) {
+        if (length_ == capacity_) grow(1);
+        text_[length_++] = c;
+        text_[length_] = '\0';
+        return *this;
+    }
+    CString &operator+=(CString const &text) {
+        append(text.view());
+        return *this;
+    }
+    CString &operator+=(char const *text) {
+        append(viewOf(text));
+        return *this;
+    }
+
+    /// The text, never null; valid until the string changes.
+    operator char const *() const { return text_; }
+
+    /// The text as a view, NUL characters inside it included; valid until the string changes.
+    std::string_view view() const { return {text_, static_cast<std::size_t>(length_)}; }
+
+    int GetLength() const { return length_; }
+    bool IsEmpty() const { return length_ == 0; }
+
+    /// The character at `index`; NUL for an index outside the text.
+    template <std::integral Index>
+    char operator[](Index index) const {
+        return std::cmp_greater_equal(index, 0) && std::cmp_less(index, length_)
+                   ? text_[static_cast<std::size_t>(index)]
+                   : '\0';
+    }
+
+    /// Makes the text empty and gives its memory back.
+    void Empty();
+
+    /// A writable buffer of at least `room` characters and a NUL that holds the text, valid until
+    /// ReleaseBuffer(). The length stays; a negative room counts as 0.
+    char *GetBuffer(int room);
+
+    /// The same with the length set to `length`; characters that this adds are undefined.
+    char *GetBufferSetLength(int length);
+
+    /// Ends the use of the buffer and sets the length: to the place of the first NUL for -1, and
+    /// otherwise to `length`, which is cut to the room of the buffer.
+    void ReleaseBuffer(int length = -1);
+
+    /// The first or last `count` characters: all of them if there are fewer, none for a negative
+    /// count.
+    CString Left(int count) const;
+    CString Right(int count) const;
+
+    /// The characters from `first` on, to the end or at most `count` of them. A negative `first` or
+    /// `count` counts as 0; a `first` beyond the end gives an empty text.
+    CString Mid(int first) const { return Mid(first, length_); }
+    CString Mid(int first, int count) const;
+
+    /// The first index of `text`, or -1; the empty text is found at 0.
+    int Find(char const *text) const;
+
+    /// The first index of any character of `set`, or -1.
+    int FindOneOf(char const *set) const;
+
+    /// The last index of `c`, or -1.
+    int ReverseFind(char c) const;
+
+    /// Remove white space (blank, tab, line feed, vertical tab, form feed, carriage return) at the
+    /// left or right end.
+    void TrimLeft();
+    void TrimRight();
+
+    /// Turns all letters of Windows-1252 into small ones.
+    void MakeLower();
+
+    /// Replaces the text by what printf makes of `format` and the arguments, which may point into
+    /// this text. A format that printf refuses gives the empty text.
+    void Format(char const *format, ...) __attribute__((format(printf, 2, 3)));
+
+    /// Replaces the text by the string resource `id` of the module chain, or by nothing if there is
+    /// none. The result is 1 or 0 accordingly.
+    int LoadStringA(unsigned int id);
+
+    friend CString operator+(CString const &left, CString const &right) {
+        return concatenate(left.view(), right.view());
+    }
+    friend CString operator+(CString const &left, char const *right) {
+        return concatenate(left.view(), viewOf(right));
+    }
+    friend CString operator+(char const *left, CString const &right) {
+        return concatenate(viewOf(left), right.view());
+    }
+    friend CString operator+(CString const &left, char right) {
+        return concatenate(left.view(), {&right, 1});
+    }
+    friend CString operator+(char left, CString const &right) {
+        return concatenate({&left, 1}, right.view());
+    }
+    friend CString operator+(CString &&left, CString const &right) {
+        left.append(right.view());
+        return static_cast<CString &&>(left);
+    }
+    friend CString operator+(CString &&left, char const *right) {
+        left.append(viewOf(right));
+        return static_cast<CString &&>(left);
+    }
+    friend CString operator+(CString &&left, char right) {
+        left += right;
+        return static_cast<CString &&>(left);
+    }
+
+    /// Comparison byte by byte.
+    friend bool operator==(CString const &left, CString const &right) {
+        return left.view() == right.view();
+    }
+    friend bool operator==(CString const &left, char const *right) {
+        return left.view() == viewOf(right);
+    }
+    friend std::strong_ordering operator<=>(CString const &left, CString const &right) {
+        return left.view() <=> right.view();
+    }
+    friend std::strong_ordering operator<=>(CString const &left, char const *right) {
+        return left.view() <=> viewOf(right);
+    }
+
+    /// Writes the text; reads one word of any length.
+    friend std::ostream &operator<<(std::ostream &stream, CString const &text) {
+        return stream << text.view();
+    }
+    friend std::istream &operator>>(std::istream &stream, CString &text) {
+        std::string word;
+        if (stream >> word) text.assign(word);
+        return stream;
+    }
+
+  protected:
+    /// Replaces the text by `text`, which may be a part of it.
+    void assign(std::string_view text);
+
+    /// Appends `text`, which may be a part of this text.
+    void append(std::string_view text);
+
+  private:
+    static constexpr int smallCapacity = 22;
+
+    static std::string_view viewOf(char const *text) {
+        return text == nullptr ? std::string_view() : std::string_view(text);
+    }
+    static CString concatenate(std::string_view left, std::string_view right);
+
+    void grow(std::size_t more);
+    void reserve(std::size_t capacity);
+    void setLength(std::size_t length);
+    void take(CString &other) noexcept;
+    void release();
+
+    char *text_;    ///< small_ or a block from malloc
+    int length_;    ///< characters, the NUL not counted
+    int capacity_;  ///< room for characters, the NUL not counted
+    char small_[smallCapacity + 1];
+};

@@ -1,0 +1,81 @@
+#include "tqplatform/framework/ModuleState.h"
+
+#include <cstring>
+#include <utility>
+
+namespace {
+
+constinit AFX_MODULE_STATE moduleState;
+
+}  // namespace
+
+CDynLinkLibrary::CDynLinkLibrary(AFX_EXTENSION_MODULE &record, bool /*systemLibrary*/)
+    : module_(record.hModule) {
+    AfxGetModuleState()->link(this);
+}
+
+CDynLinkLibrary::~CDynLinkLibrary() {
+    AfxGetModuleState()->unlink(this);
+}
+
+tqplatform::Resource const *AFX_MODULE_STATE::findResource(tqplatform::ResourceKind kind,
+                                                           unsigned int id) const {
+    for (CDynLinkLibrary const *library = libraries; library != nullptr; library = library->next_) {
+        if (library->module_ == nullptr) continue;
+        auto const *resource = tqplatform::findResource(*library->module_, kind, id);
+        if (resource != nullptr) return resource;
+    }
+    return nullptr;
+}
+
+CRuntimeClass const *AFX_MODULE_STATE::findClass(char const *name) const {
+    CRuntimeClass const *record = classes;
+    while (record != nullptr && std::strcmp(record->className, name) != 0)
+        record = record->nextClass;
+    return record;
+}
+
+void AFX_MODULE_STATE::link(CDynLinkLibrary *library) {
+    CDynLinkLibrary **place = &libraries;
+    while (*place != nullptr)
+        place = &(*place)->next_;
+    *place = library;
+}
+
+void AFX_MODULE_STATE::unlink(CDynLinkLibrary *library) {
+    CDynLinkLibrary **place = &libraries;
+    while (*place != nullptr && *place != library)
+        place = &(*place)->next_;
+    if (*place == library) *place = library->next_;
+}
+
+void AFX_MODULE_STATE::deleteLinks(HINSTANCE module) {
+    CDynLinkLibrary *library = libraries;
+    while (library != nullptr) {
+        CDynLinkLibrary *const next = library->next_;
+        if (library->module_ == module) delete library;
+        library = next;
+    }
+}
+
+AFX_MODULE_STATE *AfxGetModuleState() {
+    return &moduleState;
+}
+
+int AfxInitExtensionModule(AFX_EXTENSION_MODULE &record, HINSTANCE module) {
+    if (module == nullptr) return 0;
+    if (record.bInitialized == 0) record = {1, module};
+    return 1;
+}
+
+void AfxTermExtensionModule(AFX_EXTENSION_MODULE &record, bool /*all*/) {
+    if (record.bInitialized == 0) return;
+    AfxGetModuleState()->deleteLinks(record.hModule);
+    record = {};
+}
+
+void AfxClassInit(CRuntimeClass *runtimeClass) {
+    auto *const state = AfxGetModuleState();
+    if (state->findClass(runtimeClass->className) != nullptr) return;
+    runtimeClass->nextClass = std::exchange(state->classes, runtimeClass);
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <memory>
+
+#include "tqplatform/streams/filebuf.h"
+#include "tqplatform/streams/ios.h"
+
+namespace classic {
+
+/// What ifstream, ofstream and fstream share: `Base` on a file. A failed open raises nothing and
+/// leaves the stream failed. The file is closed by close(), or by the last copy of the stream.
+template <typename Base, int defaultMode>
+class FileStream : public Base {
+  public:
+    /// A stream without a file; open() may give it one.
+    FileStream() { this->init(std::make_shared<filebuf>()); }
+
+    /// Opens the file `name`; see open().
+    explicit FileStream(char const *name, int mode = defaultMode,
+                        int protection = filebuf::openprot)
+        : FileStream() {
+        open(name, mode, protection);
+    }
+
+    /// Opens the file `name` with `mode`, a sum of ios::open_mode values, and gives a file that it
+    /// creates the permission bits `protection`. Sets the fail bit if the file can't be opened or
+    /// the stream has one already.
+    void open(char const *name, int mode = defaultMode, int protection = filebuf::openprot) {
+        if (rdbuf()->open(name, mode, protection) == nullptr) this->state_ |= ios::failbit;
+    }
+
+    /// Writes what is left and closes the file. Sets the fail bit if no file was open or something
+    /// couldn't be written, and otherwise leaves the stream good.
+    void close() { this->clear(rdbuf()->close() != nullptr ? ios::goodbit : ios::failbit); }
+
+    bool is_open() const { return rdbuf()->is_open(); }
+
+    /// The file's buffer; it stays the stream's.
+    filebuf *rdbuf() const { return static_cast<filebuf *>(ios::rdbuf()); }
+};
+
+}  // namespace classic

@@ -1,0 +1,140 @@
+#include "tqplatform/streams/filebuf.h"
+
+#include <fcntl.h>
+
+#include <cstdio>
+#include <cstring>
+
+#include "tqplatform/runtime/HostPath.h"
+#include "tqplatform/runtime/SystemCalls.h"
+#include "tqplatform/streams/ios.h"
+
+namespace classic {
+namespace {
+
+using tqplatform::systemCalls;
+
+int systemFlags(int mode) {
+    bool const in = (mode & ios::in) != 0;
+    bool const out = (mode & (ios::out | ios::app)) != 0;
+    if (!out) return O_RDONLY;
+
+    int flags = in ? O_RDWR : O_WRONLY;
+    if ((mode & ios::nocreate) == 0) flags |= O_CREAT;
+    if ((mode & ios::noreplace) != 0) flags |= O_EXCL;
+    if ((mode & ios::app) != 0) flags |= O_APPEND;
+    bool const keeps = in || (mode & (ios::app | ios::ate)) != 0;
+    if ((mode & ios::trunc) != 0 || !keeps) flags |= O_TRUNC;
+    return flags;
+}
+
+bool isFolder(int descriptor) {
+    struct stat status {};
+    return systemCalls.status(descriptor, &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+}  // namespace
+
+filebuf::~filebuf() {
+    close();
+}
+
+filebuf *filebuf::open(char const *name, int mode, int protection) {
+    if (is_open() || name == nullptr) return nullptr;
+    std::string const path = tqplatform::toHostPath(name);
+    int const descriptor =
+        tqplatform::openFile(path.c_str(), systemFlags(mode), static_cast<mode_t>(protection));
+    if (descriptor < 0) return nullptr;
+    if (isFolder(descriptor)) {
+        systemCalls.close(descriptor);
+        return nullptr;
+    }
+    descriptor_ = descriptor;
+    readable_ = (mode & ios::in) != 0;
+    writable_ = (mode & (ios::out | ios::app)) != 0;
+    text_ = (mode & ios::binary) == 0;
+    offset_ = 0;
+    if ((mode & (ios::ate | ios::app)) != 0) seekoff(0, SEEK_END);
+    return this;
+}
+
+filebuf *filebuf::close() {
+    if (!is_open()) return nullptr;
+    bool const written = sync() == 0;
+    bool const closed = systemCalls.close(descriptor_) == 0;
+    descriptor_ = -1;
+    next_ = readEnd_ = write_ = writeEnd_ = nullptr;
+    return written && closed ? this : nullptr;
+}
+
+bool filebuf::startReading() {
+    if (!is_open() || !readable_) return false;
+    if (write_ != nullptr) {
+        if (sync() != 0) return false;
+        write_ = writeEnd_ = nullptr;
+    }
+    if (block_ == nullptr) block_.reset(new char[blockSize]);
+    if (next_ == nullptr) next_ = readEnd_ = block_.get();
+    return true;
+}
+
+bool filebuf::fill() {
+    if (!startReading()) return false;
+    auto const kept = static_cast<std::size_t>(readEnd_ - next_);
+    if (kept == blockSize) return false;
+    std::memmove(block_.get(), next_, kept);
+    next_ = block_.get();
+    readEnd_ = next_ + kept;
+    ssize_t const got = tqplatform::readFile(descriptor_, readEnd_, blockSize - kept);
+    if (got <= 0) return false;
+    readEnd_ += got;
+    offset_ += got;
+    return true;
+}
+
+bool filebuf::drain() {
+    if (!is_open() || !writable_) return false;
+    if (next_ != nullptr) {  // from reading to writing: go back to where the reader stands
+        if (seekpos(seekoff(0, SEEK_CUR)) < 0) return false;
+    }
+    if (write_ != nullptr) {
+        sync();  // even a part that went out makes room
+        return write_ < writeEnd_;
+    }
+    if (block_ == nullptr) block_.reset(new char[blockSize]);
+    write_ = block_.get();
+    writeEnd_ = write_ + blockSize;
+    return true;
+}
+
+int filebuf::sync() {
+    if (write_ == nullptr) return 0;
+    auto const pending = static_cast<std::size_t>(write_ - block_.get());
+    std::size_t const done = tqplatform::writeFile(descriptor_, block_.get(), pending);
+    offset_ += static_cast<streamoff>(done);
+    std::memmove(block_.get(), block_.get() + done, pending - done);
+    write_ -= done;
+    return done == pending ? 0 : -1;
+}
+
+streampos filebuf::seekpos(streampos position) {
+    return seekoff(position, SEEK_SET);
+}
+
+streampos filebuf::seekoff(streamoff distance, int origin) {
+    if (!is_open()) return -1;
+    streamoff const ahead = readEnd_ - next_;
+    streamoff const pending = write_ == nullptr ? 0 : write_ - block_.get();
+    if (origin == SEEK_CUR) {
+        streamoff const here = offset_ - ahead + pending;
+        return distance == 0 ? here : seekpos(here + distance);
+    }
+    if (sync() != 0) return -1;
+    off_t const moved = systemCalls.seek(descriptor_, distance, origin);
+    if (moved < 0) return -1;
+    offset_ = moved;
+    next_ = readEnd_ = nullptr;
+    return moved;
+}
+
+}  // namespace classic

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "tqplatform/streams/FileStream.h"
+#include "tqplatform/streams/istream.h"
+
+namespace classic {
+
+/// Reads a file, in text mode unless the mode says ios::binary. Never creates the file.
+class TQPLATFORM_API ifstream : public FileStream<istream, ios::in> {
+  public:
+    using FileStream::FileStream;
+};
+
+}  // namespace classic

@@ -1,0 +1,28 @@
+#include "tqplatform/streams/ios.h"
+
+#include <utility>
+
+#include "tqplatform/runtime/CRuntime.h"
+
+namespace classic {
+
+ios::~ios() = default;
+
+void ios::init(std::shared_ptr<streambuf> buffer) {
+    buffer_ = std::move(buffer);
+    state_ = buffer_ == nullptr ? badbit : goodbit;
+}
+
+int ios::width(int room) {
+    return std::exchange(width_, room);
+}
+
+void ios::lock() {
+    if (locking_ && buffer_ != nullptr) _mtlock(buffer_->lock());
+}
+
+void ios::unlock() {
+    if (locking_ && buffer_ != nullptr) _mtunlock(buffer_->lock());
+}
+
+}  // namespace classic

@@ -1,0 +1,81 @@
+#include "tqplatform/streams/istream.h"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace classic {
+namespace {
+
+bool isBlank(int c) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+}  // namespace
+
+bool istream::ready() {
+    count_ = 0;
+    if (good() && rdbuf() != nullptr) return true;
+    state_ |= failbit;
+    return false;
+}
+
+istream &istream::get(char *target, int limit, int delimiter) {
+    if (target != nullptr && limit > 0) target[0] = '\0';
+    if (!ready()) return *this;
+    auto const room = static_cast<std::size_t>(std::max(limit - 1, 0));
+    auto const taken = rdbuf()->takeUntil(target, room, static_cast<char>(delimiter), lineRead_);
+    count_ = static_cast<int>(taken.count);
+    if (target != nullptr && limit > 0) target[taken.count] = '\0';
+    if (taken.end) state_ |= taken.count == 0 ? eofbit | failbit : eofbit;
+    return *this;
+}
+
+istream &istream::getline(char *target, int limit, char delimiter) {
+    lineRead_ = true;
+    get(target, limit, delimiter);
+    lineRead_ = false;
+    return *this;
+}
+
+int istream::get() {
+    if (!ready()) return -1;
+    int const c = rdbuf()->sbumpc();
+    if (c < 0) state_ |= eofbit;
+    count_ = c < 0 ? 0 : 1;
+    return c;
+}
+
+int istream::peek() {
+    return good() && rdbuf() != nullptr ? rdbuf()->sgetc() : -1;
+}
+
+istream &istream::seekg(streampos position) {
+    if (rdbuf() == nullptr || rdbuf()->seekpos(position) < 0) state_ |= badbit;
+    return *this;
+}
+
+streampos istream::tellg() {
+    return fail() || rdbuf() == nullptr ? -1 : rdbuf()->seekoff(0, SEEK_CUR);
+}
+
+istream &istream::operator>>(char *target) {
+    int const room = width(0);
+    target[0] = '\0';
+    if (!ready()) return *this;
+    int c = rdbuf()->sgetc();
+    while (isBlank(c)) {
+        rdbuf()->sbumpc();
+        c = rdbuf()->sgetc();
+    }
+    int length = 0;
+    while (c >= 0 && !isBlank(c) && (room <= 0 || length < room - 1)) {
+        target[length++] = static_cast<char>(rdbuf()->sbumpc());
+        c = rdbuf()->sgetc();
+    }
+    target[length] = '\0';
+    if (c < 0) state_ |= eofbit;
+    if (length == 0) state_ |= failbit;
+    return *this;
+}
+
+}  // namespace classic

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstring>
+#include <memory>
+#include <utility>
+
+#include "tqplatform/streams/ios.h"
+
+namespace classic {
+
+/// A stream to write to. On a failed stream every operation does nothing but keep it failed.
+class TQPLATFORM_API ostream : virtual public ios {
+  public:
+    /// Writes to `buffer`, which is shared with the caller.
+    explicit ostream(std::shared_ptr<streambuf> buffer) { init(std::move(buffer)); }
+
+    /// Writes one character; sets the bad bit if it isn't taken.
+    ostream &put(char c) { return write(&c, 1); }
+
+    /// Writes `count` characters; sets the bad bit if not all are taken.
+    ostream &write(char const *text, int count) {
+        if (fail() || count <= 0) return *this;
+        auto const wanted = static_cast<std::size_t>(count);
+        if (rdbuf()->sputn(text, wanted) != wanted) state_ |= badbit;
+        return *this;
+    }
+
+    /// Hands everything to the file; sets the bad bit if it can't take all of it.
+    ostream &flush();
+
+    /// Moves to the absolute offset `position` of the file; sets the bad bit if that can't be.
+    ostream &seekp(streampos position);
+
+    /// The offset in the file of the next character, or -1 on a failed stream.
+    streampos tellp();
+
+    /// Write a text up to its NUL (null writes nothing), a character, a whole number in decimals, a
+    /// floating-point number as "%g".
+    ostream &operator<<(char const *text);
+    ostream &operator<<(char c) { return put(c); }
+    ostream &operator<<(int value) { return *this << static_cast<long>(value); }
+    ostream &operator<<(unsigned int value) { return *this << static_cast<unsigned long>(value); }
+    ostream &operator<<(long value);
+    ostream &operator<<(unsigned long value);
+    ostream &operator<<(double value);
+
+    /// Applies a manipulator such as endl.
+    ostream &operator<<(ostream &(*manipulator)(ostream &)) { return manipulator(*this); }
+
+  protected:
+    ostream() = default;
+};
+
+/// Writes a newline and flushes.
+TQPLATFORM_API ostream &endl(ostream &stream);
+
+}  // namespace classic
