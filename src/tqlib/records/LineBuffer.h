@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstddef>
+#include <cstring>
 #include <memory>
 
 namespace tqlib::detail {
@@ -11,11 +11,14 @@ class LineBuffer {
     /// Bytes of the block: a line has at most one character less, for the NUL.
     static constexpr int size = 9192;
 
-    /// A new block with an empty line. Its last byte is always NUL, so that a reader whose line was
-    /// replaced through a copy never runs out of the block.
+    /// A new block with an empty line.
     LineBuffer() : block_(std::make_shared<char[]>(size)) {}
 
     char *begin() const { return block_.get(); }
+
+    /// Makes the line empty. If several readers share the block all of it is cleared: one that stood
+    /// further on than the next line reaches then stands at that line's end.
+    void clear() const { std::memset(begin(), 0, block_.use_count() > 1 ? size : 1); }
 
   private:
     std::shared_ptr<char[]> block_;

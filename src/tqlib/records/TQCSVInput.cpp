@@ -89,6 +89,7 @@ void TQCSVInput::setSeparator(char separator) {
 void TQCSVInput::nextline() {
     lock();
     clear();
+    buffer_.clear();
     lineRead_ = true;
     get(buffer_.begin(), LineBuffer::size, '\n');
     lineRead_ = false;

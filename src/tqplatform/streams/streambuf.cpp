@@ -79,7 +79,8 @@ streambuf::Segment streambuf::nextSegment(std::size_t room, char delimiter) {
     if (found == nullptr && end == readEnd_) {
         // What follows decides whether this CR ends the line. fill() moves the block.
         if (window > 1) return {end - 1, nullptr};
-        return {next_ + (fill() ? 0 : 1), nullptr};
+        bool const more = fill();
+        return {next_ + (more ? 0 : 1), nullptr};
     }
     if (*end == delimiter) return {end - 1, end + 1};
     return segment;

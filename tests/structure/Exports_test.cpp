@@ -1,0 +1,108 @@
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <memory>
+#include <regex>
+#include <set>
+#include <sstream>
+#include <string>
+
+namespace {
+
+std::string outputOf(std::string const &command) {
+    std::unique_ptr<std::FILE, int (*)(std::FILE *)> pipe(popen(command.c_str(), "r"), pclose);
+    std::string output;
+    for (int c = 0; (c = std::fgetc(pipe.get())) != EOF;)
+        output += static_cast<char>(c);
+    return output;
+}
+
+// The class or function that a demangled symbol belongs to.
+std::string ownerOf(std::string symbol) {
+    static std::regex const prefix(
+        "^(vtable for|VTT for|typeinfo for|typeinfo name for|construction vtable for|"
+        "virtual thunk to|non-virtual thunk to|guard variable for) ");
+    symbol = std::regex_replace(symbol, prefix, "");
+    static std::regex const owner(R"((?:classic::|tqplatform::)?[A-Za-z_]\w*)");
+    std::smatch match;
+    return std::regex_search(symbol, match, owner) ? match.str() : symbol;
+}
+
+std::set<std::string> ownersIn(std::string const &library) {
+    std::set<std::string> owners;
+    std::istringstream symbols(outputOf("nm -D -C --defined-only '" + library + "'"));
+    static std::regex const line(R"(^[0-9a-f]* *[A-Za-z] (.*)$)");
+    std::smatch match;
+    for (std::string symbol; std::getline(symbols, symbol);)
+        if (std::regex_match(symbol, match, line)) owners.insert(ownerOf(match[1]));
+    return owners;
+}
+
+bool isSanitized() {
+#if defined(__SANITIZE_ADDRESS__)
+    return true;
+#else
+    return false;
+#endif
+}
+
+TEST(Exports, TheLibraryShowsItsDocumentedClassesAndNothingElse) {
+    if (isSanitized()) GTEST_SKIP() << "sanitizers add symbols of their own";
+    std::set<std::string> const documented = {
+        "TQCSVInput", "TQCSVOutput", "TQException", "TQHpCalculator", "TQHpList", "TQString",
+        // Virtual bases and templates that the classes above derive from leave type records.
+        "classic::ifstream", "classic::istream", "classic::ofstream", "classic::ostream",
+        "classic::FileStream"};
+    for (std::string const &owner : ownersIn(TQLIB_FILE))
+        EXPECT_TRUE(documented.contains(owner)) << owner;
+    for (char const *name : {"TQCSVInput", "TQCSVOutput", "TQHpCalculator", "TQString"})
+        EXPECT_TRUE(ownersIn(TQLIB_FILE).contains(name)) << name;
+}
+
+TEST(Exports, ThePlatformShowsItsPublishedNamesAndNothingElse) {
+    if (isSanitized()) GTEST_SKIP() << "sanitizers add symbols of their own";
+    std::set<std::string> const published = {"AFX_MODULE_STATE",
+                                             "AfxClassInit",
+                                             "AfxGetModuleState",
+                                             "AfxInitExtensionModule",
+                                             "AfxTermExtensionModule",
+                                             "CDynLinkLibrary",
+                                             "CException",
+                                             "CFile",
+                                             "CFileException",
+                                             "CObject",
+                                             "CRuntimeClass",
+                                             "CString",
+                                             "_filelength",
+                                             "_mtlock",
+                                             "_mtunlock",
+                                             "classic::endl",
+                                             "classic::filebuf",
+                                             "classic::ios",
+                                             "classic::iostream",
+                                             "classic::istream",
+                                             "classic::ostream",
+                                             "classic::streambuf",
+                                             "tqplatform::findResource",
+                                             "tqplatform::fromHostPath",
+                                             "tqplatform::toHostPath",
+                                             "tqplatform::toLower1252"};
+    EXPECT_EQ(ownersIn(TQPLATFORM_FILE), published);
+}
+
+TEST(Exports, LoadingRunsTheEntryAndNoOtherInitialiser) {
+    if (isSanitized()) GTEST_SKIP() << "sanitizers add initialisers of their own";
+    std::string const word = sizeof(void *) == 8 ? "16" : "8";
+    for (auto const *section : {"INIT_ARRAYSZ", "FINI_ARRAYSZ"}) {
+        // Two entries: the one of the compiler's frame, and the library's own.
+        std::string const size =
+            outputOf(std::string("readelf -dW '") + TQLIB_FILE + "' | grep " + section);
+        EXPECT_NE(size.find(" " + word + " (bytes)"), std::string::npos) << size;
+    }
+    std::string const size =
+        outputOf(std::string("readelf -dW '") + TQPLATFORM_FILE + "' | grep INIT_ARRAYSZ");
+    std::string const one = sizeof(void *) == 8 ? " 8 (bytes)" : " 4 (bytes)";
+    EXPECT_NE(size.find(one), std::string::npos) << size;
+}
+
+}  // namespace

@@ -1,0 +1,42 @@
+#include "tqplatform/runtime/CodePage1252.h"
+
+#include <gtest/gtest.h>
+#include <iconv.h>
+
+#include <string>
+
+namespace {
+
+// The code point of a byte of Windows-1252, or 0 where the code page has none.
+char32_t codePoint(int byte) {
+    iconv_t const converter = iconv_open("UCS-4LE", "CP1252");
+    char in = static_cast<char>(byte);
+    char32_t out = 0;
+    char *from = &in;
+    char *to = reinterpret_cast<char *>(&out);
+    std::size_t inLeft = 1, outLeft = sizeof out;
+    bool const known = iconv(converter, &from, &inLeft, &to, &outLeft) != std::size_t(-1);
+    iconv_close(converter);
+    return known ? out : 0;
+}
+
+// Small letters of Unicode for the capitals that Windows-1252 has.
+char32_t smallLetter(char32_t c) {
+    if ((c >= U'A' && c <= U'Z') || (c >= 0xC0 && c <= 0xDE && c != 0xD7)) return c + 32;
+    if (c == 0x178) return 0xFF;                               // Y with diaeresis
+    if (c == 0x152 || c == 0x160 || c == 0x17D) return c + 1;  // OE, S and Z with caron
+    return c;
+}
+
+TEST(CodePage1252, LowersEveryByteAsItsCharacterIsLowered) {
+    for (int byte = 0; byte < 256; ++byte) {
+        int const lower =
+            static_cast<unsigned char>(tqplatform::toLower1252(static_cast<char>(byte)));
+        if (codePoint(byte) == 0)
+            EXPECT_EQ(lower, byte);
+        else
+            EXPECT_EQ(codePoint(lower), smallLetter(codePoint(byte))) << byte;
+    }
+}
+
+}  // namespace

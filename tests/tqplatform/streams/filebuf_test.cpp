@@ -1,0 +1,108 @@
+#include "tqplatform/streams/filebuf.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <string>
+
+#include "support/Files.h"
+#include "tqplatform/runtime/SystemCalls.h"
+#include "tqplatform/streams/ifstream.h"
+#include "tqplatform/streams/ofstream.h"
+
+namespace {
+
+using tqplatform::systemCalls;
+
+int failuresLeft = 0;
+int failWith = 0;
+
+bool fails() {
+    if (failuresLeft == 0) return false;
+    --failuresLeft;
+    errno = failWith;
+    return true;
+}
+
+tqplatform::SystemCalls const realCalls = systemCalls;
+
+// Puts system calls in place that fail a number of times; transfers are short.
+class FaultyCalls : public testing::Test {
+  protected:
+    FaultyCalls() {
+        systemCalls.open = [](char const *path, int flags, mode_t mode) {
+            return fails() ? -1 : realCalls.open(path, flags, mode);
+        };
+        systemCalls.read = [](int file, void *target, std::size_t count) {
+            return fails() ? ssize_t{-1}
+                           : realCalls.read(file, target, std::min(count, std::size_t{3}));
+        };
+        systemCalls.write = [](int file, void const *source, std::size_t count) {
+            return fails() ? ssize_t{-1}
+                           : realCalls.write(file, source, std::min(count, std::size_t{5}));
+        };
+    }
+    ~FaultyCalls() override { systemCalls = realCalls; }
+
+    static void fail(int times, int error) {
+        failuresLeft = times;
+        failWith = error;
+    }
+
+    TemporaryFolder folder_;
+};
+
+TEST_F(FaultyCalls, InterruptedAndShortTransfersLoseNothing) {
+    std::string const path = folder_.file("a");
+    {
+        fail(2, EINTR);
+        classic::ofstream out(path.c_str());
+        out << "a line of some length" << '\n';
+        fail(3, EINTR);
+    }
+    EXPECT_EQ(folder_.read("a"), "a line of some length\n");
+    fail(4, EINTR);
+    classic::ifstream in(path.c_str());
+    char line[64];
+    in.getline(line, sizeof line);
+    EXPECT_STREQ(line, "a line of some length");
+}
+
+TEST_F(FaultyCalls, WhatAFullDiskRefusesGoesOutOnceThereIsRoom) {
+    classic::ofstream out(folder_.file("a").c_str());
+    out << "first" << ' ' << "second";
+    fail(1, ENOSPC);
+    out.flush();
+    EXPECT_TRUE(out.bad());
+    out.clear();
+    out << " third";
+    out.close();
+    EXPECT_FALSE(out.fail());
+    EXPECT_EQ(folder_.read("a"), "first second third");
+}
+
+TEST_F(FaultyCalls, ClosingReportsWhatCouldNotBeWritten) {
+    classic::ofstream out(folder_.file("a").c_str());
+    out << "text";
+    fail(1, EIO);
+    out.close();
+    EXPECT_TRUE(out.fail());
+    EXPECT_FALSE(out.is_open());
+}
+
+TEST_F(FaultyCalls, APutOnAFullBlockFailsAndStopsAtWhatFits) {
+    classic::ofstream out(folder_.file("a").c_str());
+    std::string const block(65536, 'x');
+    out.write(block.data(), 65536);
+    EXPECT_FALSE(out.fail());
+    fail(1, ENOSPC);
+    out.put('y');
+    EXPECT_TRUE(out.bad());
+    out.put('z');  // nothing happens on a failed stream
+    out.clear();
+    out.put('y');
+    out.close();
+    EXPECT_EQ(folder_.read("a"), block + "y");
+}
+
+}  // namespace
