@@ -21,6 +21,11 @@ std::size_t notNegative(int count) {
     return static_cast<std::size_t>(std::max(count, 0));
 }
 
+// Copies `text`, which may overlap the target and, when it is empty, may have no address.
+void copyText(char *target, std::string_view text) {
+    if (!text.empty()) std::memmove(target, text.data(), text.size());
+}
+
 }  // namespace
 
 CString::CString(char c, int count) : CString() {
@@ -77,7 +82,7 @@ void CString::take(CString &other) noexcept {
 
 void CString::assign(std::string_view text) {
     if (text.size() > static_cast<std::size_t>(capacity_)) reserve(text.size());
-    std::memmove(text_, text.data(), text.size());
+    copyText(text_, text);
     setLength(text.size());
 }
 
@@ -89,7 +94,7 @@ void CString::append(std::string_view text) {
         grow(text.size());
         if (own) text = {text_ + offset, text.size()};
     }
-    std::memmove(text_ + length, text.data(), text.size());
+    copyText(text_ + length, text);
     setLength(length + text.size());
 }
 
@@ -97,9 +102,9 @@ CString CString::concatenate(std::string_view left, std::string_view right) {
     // A result too long for the object itself gets some room, since more is often added to it.
     CString result;
     std::size_t const length = left.size() + right.size();
-    if (length > smallCapacity) result.reserve(std::min(2 * length, std::max(length, maxLength)));
-    std::memcpy(result.text_, left.data(), left.size());
-    std::memcpy(result.text_ + left.size(), right.data(), right.size());
+    if (length > smallCapacity) result.reserve(std::max(length, std::min(2 * length, maxLength)));
+    copyText(result.text_, left);
+    copyText(result.text_ + left.size(), right);
     result.setLength(length);
     return result;
 }

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <new>
 
 #include "tqlib/foundation/Resources.h"
@@ -16,7 +15,7 @@ bool memoryIsShort = false;
 }  // namespace
 
 void *operator new(std::size_t size, std::nothrow_t const &) noexcept {
-    return memoryIsShort ? nullptr : std::malloc(size);
+    return memoryIsShort ? nullptr : ::operator new(size);
 }
 
 namespace {
