@@ -32,6 +32,7 @@ function(tq_library name alias)
   set_target_properties(${name} PROPERTIES
     EXPORT_NAME ${alias}
     LINKER_LANGUAGE CXX
+    INSTALL_RPATH "$ORIGIN"
     VERSION ${PROJECT_VERSION}
     SOVERSION ${PROJECT_VERSION_MAJOR}
     LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/exports.map)

@@ -231,6 +231,7 @@ void TQString::Write(CFile *file, unsigned int id) {
     Write(file);
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): a value by contract
 classic::ostream &operator<<(classic::ostream &stream, TQString text) {
     return stream << static_cast<char const *>(text);
 }

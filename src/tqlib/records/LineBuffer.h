@@ -16,8 +16,8 @@ class LineBuffer {
 
     char *begin() const { return block_.get(); }
 
-    /// Makes the line empty. If several readers share the block all of it is cleared: one that stood
-    /// further on than the next line reaches then stands at that line's end.
+    /// Makes the line empty. If several readers share the block all of it is cleared: one that
+    /// stood further on than the next line reaches then stands at that line's end.
     void clear() const { std::memset(begin(), 0, block_.use_count() > 1 ? size : 1); }
 
   private:

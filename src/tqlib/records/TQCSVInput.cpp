@@ -20,6 +20,9 @@ constexpr char doubleQuote = '"';
 /// The size reported while no file is open: -1 as an unsigned number of 32 bits.
 constexpr std::uint32_t noFileLength = 0xFFFFFFFF;
 
+/// What an empty number field counts as.
+constexpr std::string_view zeroField = "0";
+
 /// Characters that can be part of a number.
 constexpr std::string_view numberCharacters =
     "0123456789+-.,()_"
@@ -139,7 +142,10 @@ char *TQCSVInput::getNumber(char *field) {
     skipSeparator();
     if (*position_ == '\0') return nullptr;
     ++fieldNo_;
-    if (*position_ == cTrennzeichen_) return std::strcpy(field, "0");
+    if (*position_ == cTrennzeichen_) {  // empty, which counts as 0
+        assignText(field, zeroField.begin(), zeroField.end());
+        return field;
+    }
     char const separators[] = {cTrennzeichen_, '\0'};
     std::size_t const length = std::strcspn(position_, separators);
     assignText(field, position_, position_ + std::min(length, numberFieldSize - 1));

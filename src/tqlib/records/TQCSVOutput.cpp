@@ -1,8 +1,6 @@
 #include "tqlib/records/TQCSVOutput.h"
 
-#include <algorithm>
 #include <charconv>
-#include <climits>
 #include <cstring>
 #include <utility>
 
@@ -71,13 +69,6 @@ void TQCSVOutput::check() const {
     if (fail()) throw Failure();
 }
 
-// Writes `text` in pieces that an int can count.
-void TQCSVOutput::putAll(std::string_view text) {
-    for (; text.size() > INT_MAX; text.remove_prefix(INT_MAX))
-        write(text.data(), INT_MAX);
-    write(text.data(), static_cast<int>(text.size()));
-}
-
 template <typename Whole>
 TQCSVOutput &TQCSVOutput::writeWhole(Whole value) {
     startField();
@@ -137,7 +128,7 @@ TQCSVOutput &TQCSVOutput::writeText(std::string_view text) {
     startField();
     if (quoted_ != 0) put(cQuote_);
     check();
-    putAll(text);
+    write(text);
     check();
     if (quoted_ != 0) put(cQuote_);
     check();

@@ -10,6 +10,8 @@
 // quote or a newline inside one is not escaped. TQCSVInput reads what this class writes as long as
 // no text holds such a character; it must be told the same separator.
 
+#include <string_view>
+
 #include "tqlib/foundation/Export.h"
 #include "tqlib/foundation/TQString.h"
 #include "tqplatform/streams/ofstream.h"
@@ -89,7 +91,6 @@ class TQLIB_API TQCSVOutput : public classic::ofstream {
     TQLIB_INTERNAL TQCSVOutput &writeReal(double value);
     TQLIB_INTERNAL TQCSVOutput &writeText(std::string_view text);
     TQLIB_INTERNAL void startField();
-    TQLIB_INTERNAL void putAll(std::string_view text);
     TQLIB_INTERNAL void check() const;
 
     int firstField_;

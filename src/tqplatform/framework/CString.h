@@ -35,7 +35,7 @@ class TQPLATFORM_API CString {
     }
 
     CString &operator=(CString const &other) {
-        assign(other.view());
+        if (this != &other) assign(other.view());
         return *this;
     }
     CString &operator=(CString &&other) noexcept {

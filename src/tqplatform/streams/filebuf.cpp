@@ -60,7 +60,7 @@ filebuf *filebuf::open(char const *name, int mode, int protection) {
 
 filebuf *filebuf::close() {
     if (!is_open()) return nullptr;
-    bool const written = sync() == 0;
+    bool const written = filebuf::sync() == 0;
     bool const closed = systemCalls.close(descriptor_) == 0;
     descriptor_ = -1;
     next_ = readEnd_ = write_ = writeEnd_ = nullptr;

@@ -1,7 +1,6 @@
 #include "tqplatform/streams/ostream.h"
 
 #include <charconv>
-#include <climits>
 #include <cstdio>
 
 namespace classic {
@@ -31,14 +30,7 @@ streampos ostream::tellp() {
 }
 
 ostream &ostream::operator<<(char const *text) {
-    if (text == nullptr) return *this;
-    std::size_t left = std::strlen(text);
-    while (left > INT_MAX) {
-        write(text, INT_MAX);
-        text += INT_MAX;
-        left -= INT_MAX;
-    }
-    return write(text, static_cast<int>(left));
+    return text == nullptr ? *this : write(std::string_view(text));
 }
 
 ostream &ostream::operator<<(long value) {

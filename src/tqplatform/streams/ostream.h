@@ -1,7 +1,8 @@
 #pragma once
 
-#include <cstring>
+#include <cstddef>
 #include <memory>
+#include <string_view>
 #include <utility>
 
 #include "tqplatform/streams/ios.h"
@@ -17,11 +18,13 @@ class TQPLATFORM_API ostream : virtual public ios {
     /// Writes one character; sets the bad bit if it isn't taken.
     ostream &put(char c) { return write(&c, 1); }
 
-    /// Writes `count` characters; sets the bad bit if not all are taken.
+    /// Write `count` characters, or a whole text; set the bad bit if not all are taken. A negative
+    /// count is 0.
     ostream &write(char const *text, int count) {
-        if (fail() || count <= 0) return *this;
-        auto const wanted = static_cast<std::size_t>(count);
-        if (rdbuf()->sputn(text, wanted) != wanted) state_ |= badbit;
+        return write({text, static_cast<std::size_t>(count < 0 ? 0 : count)});
+    }
+    ostream &write(std::string_view text) {
+        if (!fail() && rdbuf()->sputn(text.data(), text.size()) != text.size()) state_ |= badbit;
         return *this;
     }
 

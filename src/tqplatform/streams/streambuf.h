@@ -57,7 +57,7 @@ class TQPLATFORM_API streambuf {
 
     /// Writes `count` characters. The result is how many were taken.
     std::size_t sputn(char const *text, std::size_t count) {
-        if (count <= static_cast<std::size_t>(writeEnd_ - write_)) {
+        if (count - 1 < static_cast<std::size_t>(writeEnd_ - write_)) {  // 0 goes the slow way
             std::memcpy(write_, text, count);
             write_ += count;
             return count;

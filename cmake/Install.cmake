@@ -1,0 +1,32 @@
+# What cmake --install puts into place: both libraries, their headers, the CMake package "tqlib" and a
+# pkg-config file.
+include(CMakePackageConfigHelpers)
+
+set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/tqlib)
+
+install(TARGETS tqplatform tqlib EXPORT tqlibTargets
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+  ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+
+# Headers of internals stay at home, but for those that public headers include.
+set(internal_headers
+  FormatNumber.h LibraryEntry.h Resources.h ScanNumber.h TQHpKeywords.h TQHpOperations.h
+  TQStringStreams.h VersionBlock.h SystemCalls.h)
+foreach(library IN ITEMS tqplatform tqlib)
+  set(excluded)
+  foreach(header IN LISTS internal_headers)
+    list(APPEND excluded PATTERN ${header} EXCLUDE)
+  endforeach()
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/src/${library} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+    FILES_MATCHING PATTERN "*.h" ${excluded})
+endforeach()
+
+install(EXPORT tqlibTargets NAMESPACE tqlib:: DESTINATION ${package_folder})
+configure_package_config_file(cmake/tqlibConfig.cmake.in tqlibConfig.cmake
+  INSTALL_DESTINATION ${package_folder})
+write_basic_package_version_file(tqlibConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/tqlibConfig.cmake ${PROJECT_BINARY_DIR}/tqlibConfigVersion.cmake
+  DESTINATION ${package_folder})
+
+configure_file(cmake/tqlib.pc.in tqlib.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/tqlib.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
