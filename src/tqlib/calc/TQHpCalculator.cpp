@@ -9,14 +9,15 @@
 
 namespace {
 
-constexpr char blank = ' ';
+using tqlib::detail::takeToken;
+using tqlib::detail::TQHpToken;
 
-/// Takes the first token off `rest`; an empty one at the end of the text.
-std::string_view takeToken(std::string_view &rest) {
-    rest.remove_prefix(std::min(rest.find_first_not_of(blank), rest.size()));
-    std::string_view const token = rest.substr(0, rest.find(blank));
-    rest.remove_prefix(token.size());
-    return token;
+/// True if `token` in capitals is `name`.
+bool isNamed(TQHpToken const &token, char const *name) {
+    if (name == nullptr || static_cast<char>(token.key) != *name) return false;
+    for (char const c : token.text)
+        if (tqlib::detail::toCapital(c) != *name++) return false;
+    return *name == '\0';
 }
 
 /// What atof makes of `token`, behind which a blank or the terminator stands.
@@ -39,34 +40,42 @@ TQHpCalculator::~TQHpCalculator() {
     commands_.empty();
 }
 
+// Keywords come before variables, and variables before numbers.
+[[gnu::always_inline]] inline TQHpBefehl TQHpCalculator::compile(TQHpToken const &token) {
+    int const keyword = tqlib::detail::findKeyword(token);
+    if (keyword >= 0) return TQHpBefehl(keyword);
+    TQHpVariable *const variable =
+        variables_.find([&](TQHpVariable const &entry) { return isNamed(token, entry.name); });
+    if (variable != nullptr) return TQHpBefehl(TQHpBefehl::pushVariable, variable);
+    return TQHpBefehl(TQHpBefehl::pushNumber, toNumber(token.text));
+}
+
 int TQHpCalculator::syntaxCheck(char const *text) {
-    std::string_view rest = text == nullptr ? "" : text;
+    if (text == nullptr) return 0;
     commands_.toLast();
-    for (auto token = takeToken(rest); !token.empty(); token = takeToken(rest))
+    for (auto token = takeToken(text); !token.text.empty(); token = takeToken(text))
         commands_.add(compile(token));
     return 0;
 }
 
-// Keywords come before variables, and variables before numbers.
-TQHpBefehl TQHpCalculator::compile(std::string_view token) {
-    int const keyword = tqlib::detail::findKeyword(token);
-    if (keyword >= 0) return TQHpBefehl(keyword);
-    TQHpVariable *const variable = variables_.find([=](TQHpVariable const &entry) {
-        return tqlib::detail::equalsInCapitals(token, entry.name);
-    });
-    if (variable != nullptr) return TQHpBefehl(TQHpBefehl::pushVariable, variable);
-    return TQHpBefehl(TQHpBefehl::pushNumber, toNumber(token));
-}
-
 double TQHpCalculator::calculate(char const *text) {
-    syntaxCheck(text);
-    return reCalculate();
+    if (text == nullptr || commands_.count() != 0) {
+        syntaxCheck(text);
+        return reCalculate();
+    }
+    // Nothing waits, so each command can run as soon as it is compiled, with the same result.
+    for (auto token = takeToken(text); !token.text.empty(); token = takeToken(text)) {
+        if (TQHpOperations::run(*this, compile(token))) continue;
+        syntaxCheck(text);
+        throw TQException::EMPTY_LIST();
+    }
+    return stack_.current();
 }
 
 double TQHpCalculator::reCalculate() {
     while (commands_.count() != 0) {
         commands_.toFirst();
-        TQHpOperations::run(*this, commands_.remove());
+        if (!TQHpOperations::run(*this, commands_.remove())) throw TQException::EMPTY_LIST();
     }
     return stack_.current();
 }

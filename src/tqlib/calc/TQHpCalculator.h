@@ -26,11 +26,14 @@
 // dropping the last value leave it so.
 
 #include <cstdint>
-#include <string_view>
 
 #include "tqlib/calc/TQHpBefehl.h"
 #include "tqlib/calc/TQHpList.h"
 #include "tqlib/foundation/Export.h"
+
+namespace tqlib::detail {
+struct TQHpToken;
+}
 
 /// The calculator. Arithmetic that has no result gives an infinity or a not-a-number, which goes on
 /// the stack like any value. Not for copying, and for one thread at a time.
@@ -76,7 +79,7 @@ class TQLIB_API TQHpCalculator {
   private:
     friend struct TQHpOperations;
 
-    TQLIB_INTERNAL TQHpBefehl compile(std::string_view token);
+    TQLIB_INTERNAL TQHpBefehl compile(tqlib::detail::TQHpToken const &token);
 
     TQHpList<double> stack_;  ///< the cursor is the top
     TQHpList<TQHpVariable> variables_;

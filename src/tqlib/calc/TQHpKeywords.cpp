@@ -1,8 +1,5 @@
 #include "tqlib/calc/TQHpKeywords.h"
 
-#include <array>
-#include <cctype>
-
 namespace tqlib::detail {
 namespace {
 
@@ -20,76 +17,28 @@ constexpr Keyword keywords[] = {
     {"ARCSIN", 17}, {"ARCCOS", 16}, {"ARCTAN", 15}, {nullptr, 0},
 };
 
-constexpr std::size_t longestKeyword = 6;
-
-// A table of slots finds the one keyword that a token can be. The slot comes from length, first,
-// last and middle character; the factors are searched at compile time so that no two keywords meet.
-constexpr unsigned slotCount = 128;
-
-struct Factors {
-    unsigned first;
-    unsigned last;
-    unsigned middle;
-};
-
-constexpr unsigned slotOf(Factors factors, std::size_t length, char first, char middle, char last) {
-    unsigned const sum = factors.first * static_cast<unsigned char>(first) +
-                         factors.middle * static_cast<unsigned char>(middle) +
-                         factors.last * static_cast<unsigned char>(last);
-    return (sum + static_cast<unsigned>(length)) % slotCount;
-}
-
-constexpr unsigned slotOf(Factors factors, std::string_view text) {
-    return slotOf(factors, text.size(), text.front(), text[text.size() / 2], text.back());
-}
-
 struct Slots {
-    std::array<Keyword const *, slotCount> keywords{};
+    std::array<KeywordSlot, keywordSlotCount> slots{};
     bool unique = true;
 };
 
-constexpr Slots fillSlots(Factors factors) {
-    Slots slots;
+constexpr Slots fillSlots() {
+    Slots table;
     for (Keyword const &keyword : keywords) {
         if (keyword.text == nullptr) break;
-        auto &slot = slots.keywords[slotOf(factors, keyword.text)];
-        slots.unique = slots.unique && slot == nullptr;
-        slot = &keyword;
+        std::uint64_t const key = keyOf(keyword.text);
+        KeywordSlot &slot = table.slots[keywordSlotOf(key)];
+        table.unique = table.unique && slot.key == 0;
+        slot = {key, keyword.number};
     }
-    return slots;
+    return table;
 }
 
-constexpr Factors findFactors() {
-    for (unsigned first = 1; first < 32; ++first)
-        for (unsigned middle = 1; middle < 32; ++middle)
-            for (unsigned last = 1; last < 32; ++last)
-                if (fillSlots({first, last, middle}).unique) return {first, last, middle};
-    return {};
-}
-
-constexpr Factors factors = findFactors();
-constexpr Slots slots = fillSlots(factors);
-static_assert(slots.unique);
-
-char capital(char c) {
-    return static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-}
+constexpr Slots table = fillSlots();
+static_assert(table.unique);
 
 }  // namespace
 
-bool equalsInCapitals(std::string_view token, char const *name) {
-    if (name == nullptr) return false;
-    for (char const c : token)
-        if (capital(c) != *name++) return false;
-    return *name == '\0';
-}
-
-int findKeyword(std::string_view token) {
-    if (token.empty() || token.size() > longestKeyword) return -1;
-    unsigned const slot = slotOf(factors, token.size(), capital(token.front()),
-                                 capital(token[token.size() / 2]), capital(token.back()));
-    Keyword const *const keyword = slots.keywords[slot];
-    return keyword != nullptr && equalsInCapitals(token, keyword->text) ? keyword->number : -1;
-}
+constinit std::array<KeywordSlot, keywordSlotCount> const keywordSlots = table.slots;
 
 }  // namespace tqlib::detail

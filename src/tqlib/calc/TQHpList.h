@@ -59,9 +59,10 @@ class TQLIB_API TQHpList : public CObject {
         position_ = count_ == 0 ? 0 : count_ - 1;
     }
 
-    /// Frees all nodes.
+    /// Removes all nodes.
     void empty() {
-        freeChain(head_);
+        while (head_ != nullptr)
+            recycle(std::exchange(head_, head_->next));
         head_ = tail_ = current_ = nullptr;
         count_ = position_ = 0;
     }
@@ -73,6 +74,9 @@ class TQLIB_API TQHpList : public CObject {
         if (current_ == nullptr) throw TQException::EMPTY_LIST();
         return current_->value;
     }
+
+    /// The cursor's element, or null on an empty list.
+    Element *cursor() const { return current_ == nullptr ? nullptr : &current_->value; }
 
     /// The first element from the start that `fits`, or null. The cursor stays.
     template <typename Predicate>

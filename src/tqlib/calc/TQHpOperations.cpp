@@ -1,16 +1,11 @@
 #include "tqlib/calc/TQHpOperations.h"
 
-#include <array>
 #include <cmath>
-
-#include "tqlib/calc/TQHpCalculator.h"
-#include "tqlib/calc/TQHpKeywords.h"
 
 namespace {
 
-using Stack = TQHpList<double>;
-using Registers = double (&)[4];
-using Operation = void (*)(Stack &stack, Registers registers);
+using Stack = TQHpOperations::Stack;
+using Registers = TQHpOperations::Registers;
 
 constexpr double pi = 2.0 * 1.5707963267948966;
 constexpr double e = 2.71;  // the vocabulary's constant has two decimals
@@ -18,51 +13,66 @@ constexpr double e = 2.71;  // the vocabulary's constant has two decimals
 // Below, `a` is the top of the stack and `b` the value under it.
 
 template <double (*result)(double a, double b)>
-void binary(Stack &stack, Registers /*registers*/) {
+bool binary(Stack &stack, Registers /*registers*/) {
+    if (stack.count() == 0) return false;
     double const a = stack.remove();
-    double &b = stack.current();
-    b = result(a, b);
+    double *const b = stack.cursor();
+    if (b != nullptr) *b = result(a, *b);
+    return b != nullptr;
 }
 
 template <double (*result)(double a)>
-void unary(Stack &stack, Registers /*registers*/) {
-    double &a = stack.current();
-    a = result(a);
+bool unary(Stack &stack, Registers /*registers*/) {
+    double *const a = stack.cursor();
+    if (a != nullptr) *a = result(*a);
+    return a != nullptr;
 }
 
 template <double const &value>
-void constant(Stack &stack, Registers /*registers*/) {
+bool constant(Stack &stack, Registers /*registers*/) {
     stack.add(value);
+    return true;
 }
 
 template <int number>
-void store(Stack &stack, Registers registers) {
-    registers[number] = stack.current();
+bool store(Stack &stack, Registers registers) {
+    double const *const a = stack.cursor();
+    if (a != nullptr) registers[number] = *a;
+    return a != nullptr;
 }
 
 template <int number>
-void recall(Stack &stack, Registers registers) {
+bool recall(Stack &stack, Registers registers) {
     stack.add(registers[number]);
+    return true;
 }
 
-void clearTop(Stack &stack, Registers /*registers*/) {
+bool clearTop(Stack &stack, Registers /*registers*/) {
+    if (stack.count() == 0) return false;
     stack.remove();
     if (stack.count() == 0) stack.add(0.0);
+    return true;
 }
 
-void clearAll(Stack &stack, Registers /*registers*/) {
+bool clearAll(Stack &stack, Registers /*registers*/) {
     stack.empty();
     stack.add(0.0);
+    return true;
 }
 
-void swapTop(Stack &stack, Registers /*registers*/) {
+bool swapTop(Stack &stack, Registers /*registers*/) {
+    if (stack.count() == 0) return false;
     double const a = stack.remove();
+    if (stack.count() == 0) return false;
     double const b = stack.remove();
     stack.add(a);
     stack.add(b);
+    return true;
 }
 
-void doNothing(Stack & /*stack*/, Registers /*registers*/) {}
+bool doNothing(Stack & /*stack*/, Registers /*registers*/) {
+    return true;
+}
 
 double sum(double a, double b) {
     return b + a;
@@ -86,8 +96,10 @@ double square(double a) {
     return a * a;
 }
 
+}  // namespace
+
 // clang-format off
-constexpr std::array<Operation, tqlib::detail::commandCount> operations = {
+constinit TQHpOperations::Operation const TQHpOperations::table[] = {
     nullptr,                    // 0: number
     nullptr,                    // 1: variable
     doNothing,                  // 2
@@ -120,12 +132,3 @@ constexpr std::array<Operation, tqlib::detail::commandCount> operations = {
     recall<0>, recall<1>, recall<2>, recall<3>,  // 32: RCL_0 ... 35: RCL_3
 };
 // clang-format on
-
-}  // namespace
-
-void TQHpOperations::run(TQHpCalculator &calculator, TQHpBefehl const &command) {
-    if (command.how() <= TQHpBefehl::pushVariable)
-        calculator.stack_.add(command);
-    else
-        operations[static_cast<unsigned>(command.how())](calculator.stack_, calculator.registers_);
-}

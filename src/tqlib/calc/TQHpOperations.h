@@ -1,11 +1,25 @@
 #pragma once
 
-class TQHpBefehl;
-class TQHpCalculator;
+#include "tqlib/calc/TQHpCalculator.h"
+#include "tqlib/calc/TQHpKeywords.h"
 
 /// What the calculator's commands do to its stack and registers.
 struct TQHpOperations {
-    /// Carries out `command`. Throws TQException::EMPTY_LIST where the stack has too few values;
-    /// those already taken are gone then.
-    static void run(TQHpCalculator &calculator, TQHpBefehl const &command);
+    using Stack = TQHpList<double>;
+    using Registers = double (&)[4];
+
+    /// Carries out the command of a keyword. False if the stack has too few values; those already
+    /// taken are gone then.
+    using Operation = bool (*)(Stack &stack, Registers registers);
+
+    /// The operations by command number; null for numbers and variables.
+    static Operation const table[tqlib::detail::commandCount];
+
+    /// Carries out any command, with the result of an operation.
+    static bool run(TQHpCalculator &calculator, TQHpBefehl const &command) {
+        auto const operation = table[command.how()];
+        if (operation != nullptr) return operation(calculator.stack_, calculator.registers_);
+        calculator.stack_.add(command);
+        return true;
+    }
 };

@@ -15,6 +15,7 @@
 namespace {
 
 constexpr std::size_t maxLength = INT_MAX - 1;  // a length and its NUL fit an int
+constexpr std::size_t shortText = 512;
 constexpr std::string_view whiteSpace = " \t\n\v\f\r";
 
 std::size_t notNegative(int count) {
@@ -36,7 +37,7 @@ CString::CString(char c, int count) : CString() {
 }
 
 void CString::setLength(std::size_t length) {
-    length_ = static_cast<int>(length);
+    length_ = length;
     text_[length] = '\0';
 }
 
@@ -46,24 +47,25 @@ void CString::release() {
 
 // Makes room for `capacity` characters, keeping the text.
 void CString::reserve(std::size_t capacity) {
-    if (capacity <= static_cast<std::size_t>(capacity_)) return;
+    if (capacity <= capacity_) return;
     if (capacity > maxLength) throw std::bad_alloc();
     bool const small = text_ == small_;
     auto *const block = static_cast<char *>(std::realloc(small ? nullptr : text_, capacity + 1));
     if (block == nullptr) throw std::bad_alloc();
-    if (small) std::memcpy(block, small_, static_cast<std::size_t>(length_) + 1);
+    if (small) std::memcpy(block, small_, length_ + 1);
     text_ = block;
-    capacity_ = static_cast<int>(capacity);
+    capacity_ = capacity;
 }
 
-// Makes room for `more` characters behind the text, and for as many again as are there, so that
-// appending piece by piece takes time in proportion to the text.
+// Makes room for `more` characters behind the text and for some that may follow, so that appending
+// piece by piece takes time in proportion to the text. Short texts grow faster: they are the ones
+// that are most often built character by character.
 void CString::grow(std::size_t more) {
-    std::size_t const needed = static_cast<std::size_t>(length_) + more;
-    if (needed <= static_cast<std::size_t>(capacity_)) return;
+    std::size_t const needed = length_ + more;
+    if (needed <= capacity_) return;
     if (needed > maxLength) throw std::bad_alloc();
-    std::size_t const doubled = 2 * static_cast<std::size_t>(capacity_) + 1;
-    reserve(std::max(needed, std::min(doubled, maxLength)));
+    std::size_t const larger = (capacity_ < shortText ? 4 : 2) * capacity_ + 1;
+    reserve(std::max(needed, std::min(larger, maxLength)));
 }
 
 // Moves the text of `other` here; `other` becomes empty.
@@ -81,14 +83,14 @@ void CString::take(CString &other) noexcept {
 }
 
 void CString::assign(std::string_view text) {
-    if (text.size() > static_cast<std::size_t>(capacity_)) reserve(text.size());
+    if (text.size() > capacity_) reserve(text.size());
     copyText(text_, text);
     setLength(text.size());
 }
 
 void CString::append(std::string_view text) {
-    auto const length = static_cast<std::size_t>(length_);
-    if (text.size() > static_cast<std::size_t>(capacity_) - length) {
+    std::size_t const length = length_;
+    if (text.size() > capacity_ - length) {
         bool const own = text.data() >= text_ && text.data() <= text_ + length;
         auto const offset = text.data() - text_;
         grow(text.size());
@@ -128,8 +130,7 @@ char *CString::GetBufferSetLength(int length) {
 }
 
 void CString::ReleaseBuffer(int length) {
-    auto const room = static_cast<std::size_t>(capacity_);
-    setLength(length < 0 ? strnlen(text_, room) : std::min(notNegative(length), room));
+    setLength(length < 0 ? strnlen(text_, capacity_) : std::min(notNegative(length), capacity_));
 }
 
 CString CString::Left(int count) const {
@@ -137,12 +138,12 @@ CString CString::Left(int count) const {
 }
 
 CString CString::Right(int count) const {
-    return Mid(length_ - std::clamp(count, 0, length_), length_);
+    return Mid(GetLength() - std::clamp(count, 0, GetLength()), GetLength());
 }
 
 CString CString::Mid(int first, int count) const {
     CString part;
-    std::size_t const start = std::min(notNegative(first), static_cast<std::size_t>(length_));
+    std::size_t const start = std::min(notNegative(first), length_);
     part.assign(view().substr(start, notNegative(count)));
     return part;
 }

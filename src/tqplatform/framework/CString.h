@@ -49,8 +49,9 @@ class TQPLATFORM_API CString {
 
     CString &operator+=(char c) {
         if (length_ == capacity_) grow(1);
-        text_[length_++] = c;
-        text_[length_] = '\0';
+        char *const end = text_ + length_++;  // kept: writing a char may change any member
+        end[0] = c;
+        end[1] = '\0';
         return *this;
     }
     CString &operator+=(CString const &text) {
@@ -66,9 +67,9 @@ class TQPLATFORM_API CString {
     operator char const *() const { return text_; }
 
     /// The text as a view, NUL characters inside it included; valid until the string changes.
-    std::string_view view() const { return {text_, static_cast<std::size_t>(length_)}; }
+    std::string_view view() const { return {text_, length_}; }
 
-    int GetLength() const { return length_; }
+    int GetLength() const { return static_cast<int>(length_); }
     bool IsEmpty() const { return length_ == 0; }
 
     /// The character at `index`; NUL for an index outside the text.
@@ -100,7 +101,7 @@ class TQPLATFORM_API CString {
 
     /// The characters from `first` on, to the end or at most `count` of them. A negative `first` or
     /// `count` counts as 0; a `first` beyond the end gives an empty text.
-    CString Mid(int first) const { return Mid(first, length_); }
+    CString Mid(int first) const { return Mid(first, GetLength()); }
     CString Mid(int first, int count) const;
 
     /// The first index of `text`, or -1; the empty text is found at 0.
@@ -188,7 +189,7 @@ class TQPLATFORM_API CString {
     void append(std::string_view text);
 
   private:
-    static constexpr int smallCapacity = 22;
+    static constexpr std::size_t smallCapacity = 22;
 
     static std::string_view viewOf(char const *text) {
         return text == nullptr ? std::string_view() : std::string_view(text);
@@ -201,8 +202,8 @@ class TQPLATFORM_API CString {
     void take(CString &other) noexcept;
     void release();
 
-    char *text_;    ///< small_ or a block from malloc
-    int length_;    ///< characters, the NUL not counted
-    int capacity_;  ///< room for characters, the NUL not counted
+    char *text_;            ///< small_ or a block from malloc
+    std::size_t length_;    ///< characters, the NUL not counted
+    std::size_t capacity_;  ///< room for characters, the NUL not counted
     char small_[smallCapacity + 1];
 };
