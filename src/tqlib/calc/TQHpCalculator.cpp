@@ -12,20 +12,24 @@ namespace {
 using tqlib::detail::takeToken;
 using tqlib::detail::TQHpToken;
 
+/// True if `token` in capitals is `name`, behind whose first character we are already.
+bool endsLike(std::string_view token, char const *name) {
+    for (char const c : token.substr(1))
+        if (tqlib::detail::toCapital(c) != *++name) return false;
+    return name[1] == '\0';
+}
+
 /// True if `token` in capitals is `name`.
 bool isNamed(TQHpToken const &token, char const *name) {
-    if (name == nullptr || static_cast<char>(token.key) != *name) return false;
-    for (char const c : token.text)
-        if (tqlib::detail::toCapital(c) != *name++) return false;
-    return *name == '\0';
+    return name != nullptr && *name == static_cast<char>(token.key) && endsLike(token.text, name);
 }
 
 /// What atof makes of `token`, behind which a blank or the terminator stands.
 double toNumber(std::string_view token) {
     double value = 0.0;
     char const *const text = token.data();
-    auto const *const behind =
-        tqlib::detail::readPlainNumber(text, tqlib::detail::decimalPoint(), value);
+    auto const *const behind = tqlib::detail::readPlainNumber<tqlib::detail::BytewiseDigits>(
+        text, tqlib::detail::decimalPoint(), value);
     return behind != nullptr ? value : std::strtod(text, nullptr);
 }
 

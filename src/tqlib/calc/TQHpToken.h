@@ -1,7 +1,9 @@
 #pragma once
 
+#include <bit>
 #include <cctype>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 namespace tqlib::detail {
@@ -29,16 +31,48 @@ constexpr std::uint64_t keyOf(std::string_view text) {
     return key;
 }
 
+/// The key of a token that has small letters or bytes beyond ASCII in it.
+std::uint64_t keyInCapitals(std::string_view text);
+
+template <typename Word>
+std::uint64_t loadWord(char const *text) {
+    static_assert(std::endian::native == std::endian::little);
+    Word word;
+    std::memcpy(&word, text, sizeof word);
+    return word;
+}
+
+/// The first eight characters of `text`, which isn't empty, as they are. Shorter texts are put
+/// together from two loads that overlap.
+inline std::uint64_t rawKeyOf(std::string_view text) {
+    char const *const first = text.data();
+    std::size_t const length = text.size();
+    if (length == 1) return loadWord<std::uint8_t>(first);
+    if (length >= keyLength) return loadWord<std::uint64_t>(first);
+    if (length >= 4)
+        return loadWord<std::uint32_t>(first) | loadWord<std::uint32_t>(first + length - 4)
+                                                    << 8 * (length - 4);
+    return loadWord<std::uint16_t>(first) | loadWord<std::uint16_t>(first + length - 2)
+                                                << 8 * (length - 2);
+}
+
+/// True if a byte of `key` is 0x60 or more: a small letter is among these.
+inline bool mayChangeInCapitals(std::uint64_t key) {
+    std::uint64_t const bits5And6 = key & key << 1 & 0x4040404040404040;
+    return (bits5And6 | (key & 0x8080808080808080)) != 0;
+}
+
 /// Takes the first token off `rest`; an empty one at the end of the text. Only the blank separates.
 inline TQHpToken takeToken(char const *&rest) {
     while (*rest == ' ')
         ++rest;
     char const *const first = rest;
-    std::uint64_t key = 0;
-    for (unsigned shift = 0; *rest != ' ' && *rest != '\0'; ++rest, shift += 8)
-        if (shift < 8 * keyLength)
-            key |= std::uint64_t{static_cast<unsigned char>(toCapital(*rest))} << shift;
-    return {{first, static_cast<std::size_t>(rest - first)}, key};
+    while (*rest != ' ' && *rest != '\0')
+        ++rest;
+    std::string_view const text(first, static_cast<std::size_t>(rest - first));
+    if (text.empty()) return {text, 0};
+    std::uint64_t const key = rawKeyOf(text);
+    return {text, mayChangeInCapitals(key) ? keyInCapitals(text) : key};
 }
 
 }  // namespace tqlib::detail

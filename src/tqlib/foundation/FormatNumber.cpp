@@ -1,7 +1,7 @@
 #include "tqlib/foundation/FormatNumber.h"
 
 #include <algorithm>
-#include <charconv>
+#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -19,7 +19,7 @@ constexpr std::uint32_t million = 1000000;
 // magnitudes from 2^-11 on, whose last bit weighs 2^-63 or more. Below 2^53 the whole part fits.
 constexpr double smallestExact = 0x1p-11;
 constexpr double largestWhole = 0x1p53;
-constexpr std::size_t fastSize = 1 + 16 + 1 + decimals + 1;
+static_assert(1 + 16 + 1 + 8 <= plainNumberRoom && 1 + 20 + 7 <= plainNumberRoom);
 
 struct Fixed {
     std::uint64_t whole;
@@ -43,27 +43,64 @@ Fixed toMillionths(double magnitude) {
     return {whole, millionths};
 }
 
-std::size_t formatFixed(char *target, double value, char point) {
-    char *end = target;
-    if (std::signbit(value)) *end++ = '-';
-    Fixed const fixed = toMillionths(std::fabs(value));
-    end = std::to_chars(end, target + fastSize, fixed.whole).ptr;
-    *end++ = point;
-    std::uint32_t rest = fixed.millionths;
-    for (char *digit = end + decimals; digit != end; rest /= 10)
-        *--digit = static_cast<char>('0' + rest % 10);
-    end += decimals;
-    *end = '\0';
-    return static_cast<std::size_t>(end - target);
+constexpr std::uint32_t eightDigits = 100000000;
+
+// The eight digits of a number below 10^8, leading zeros included, each in a byte, the first one
+// lowest. Halves are split into pairs and pairs into digits, all at once in one word; the products
+// are divisions by 100 and by 10 that are exact for what stands there.
+std::uint64_t toDigits(std::uint32_t value) {
+    std::uint64_t const high = value / 10000;
+    std::uint64_t const halves = high | (value - high * 10000) << 32;
+    std::uint64_t const hundreds = (halves * 10486 >> 20) & 0x0000007F0000007F;
+    std::uint64_t const pairs = hundreds | (halves - 100 * hundreds) << 16;
+    std::uint64_t const tens = (pairs * 103 >> 10) & 0x000F000F000F000F;
+    return tens | (pairs - 10 * tens) << 8;
+}
+
+// Writes eight characters, of which the caller counts those that belong to the number.
+void putDigits(char *target, std::uint64_t digits) {
+    static_assert(std::endian::native == std::endian::little);
+    std::uint64_t const text = digits | 0x3030303030303030;
+    std::memcpy(target, &text, sizeof text);
 }
 
 }  // namespace
 
-std::size_t formatSixDecimals(char *target, std::size_t size, double value) {
+char *formatWhole(char *target, std::uint64_t value) {
+    if (value >= eightDigits) {
+        target = formatWhole(target, value / eightDigits);
+        putDigits(target, toDigits(static_cast<std::uint32_t>(value % eightDigits)));
+        return target + 8;
+    }
+    // The last digit stays even if it is 0.
+    std::uint64_t const digits = toDigits(static_cast<std::uint32_t>(value));
+    constexpr std::uint64_t lastDigit = std::uint64_t{1} << 56;
+    int const zeros = std::countr_zero(digits | lastDigit) / 8;
+    putDigits(target, (digits | 0x3030303030303030) >> 8 * zeros);
+    return target + 8 - zeros;
+}
+
+char *formatPlainNumber(char *target, double value, char point, bool trim) {
     double const magnitude = std::fabs(value);
     bool const exact = (magnitude >= smallestExact && magnitude < largestWhole) || magnitude == 0;
-    char const point = decimalPoint();
-    if (exact && point != '\0' && size >= fastSize) return formatFixed(target, value, point);
+    if (!exact || point == '\0') return nullptr;
+    *target = '-';
+    target += std::signbit(value) ? 1 : 0;
+    auto const [whole, millionths] = toMillionths(magnitude);
+    target = formatWhole(target, whole);
+    *target++ = point;
+    std::uint64_t const digits = toDigits(millionths * 100);
+    putDigits(target, digits);
+    return target + (trim ? 8 - std::countl_zero(digits) / 8 : decimals);
+}
+
+std::size_t formatSixDecimals(char *target, std::size_t size, double value) {
+    char *const end =
+        size < plainNumberRoom ? nullptr : formatPlainNumber(target, value, decimalPoint(), false);
+    if (end != nullptr) {
+        *end = '\0';
+        return static_cast<std::size_t>(end - target);
+    }
     int const length = std::snprintf(target, size, "%lf", value);
     return std::min(static_cast<std::size_t>(std::max(length, 0)), size - 1);
 }

@@ -5,21 +5,30 @@
 // fast road; everything else (infinities, hexadecimal, overflow, odd locales) goes to sscanf
 // itself.
 
+#include <langinfo.h>
+
+#include <algorithm>
 #include <array>
+#include <bit>
 #include <cfloat>
-#include <charconv>
 #include <concepts>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <type_traits>
 
 namespace tqlib::detail {
 
 /// The decimal point of the locale in force if it is one byte, else NUL.
-char decimalPoint();
+inline char decimalPoint() {
+    char const *const point = nl_langinfo(RADIXCHAR);
+    return point[0] != '\0' && point[1] == '\0' ? point[0] : '\0';
+}
 
 /// The first byte of the decimal point text of the locale in force.
-char decimalPointByte();
+inline char decimalPointByte() {
+    return *nl_langinfo(RADIXCHAR);
+}
 
 inline bool isDigit(char c) {
     return static_cast<unsigned char>(c - '0') < 10;
@@ -28,83 +37,152 @@ inline bool isWhiteSpace(char c) {
     return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
+/// Digits of the longest number that the fast road takes.
+inline constexpr unsigned longestPlainNumber = 199;
+
 /// The powers of ten that a double holds exactly.
 inline constexpr std::array<double, 23> powersOfTen = {
     1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
     1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
-/// `mantissa` times ten to the power -`scale`, correctly rounded because both factors are exact and
-/// there is one operation; false where that isn't so.
+/// Digits that a whole number of 64 bits holds whatever they are.
+inline constexpr unsigned wholeDigits = 19;
+
+inline constexpr auto wholePowersOfTen = [] {
+    std::array<std::uint64_t, wholeDigits + 1> powers{1};
+    for (std::size_t i = 1; i < powers.size(); ++i)
+        powers[i] = powers[i - 1] * 10;
+    return powers;
+}();
+
+/// The largest power of ten and the largest whole number up to which `Real` holds all exactly.
 template <std::floating_point Real>
-bool scaleExactly(std::uint64_t mantissa, int scale, Real &value) {
-    constexpr int exactPower = std::is_same_v<Real, double> ? 22 : 10;
-    constexpr std::uint64_t exactWhole = std::uint64_t{1} << std::numeric_limits<Real>::digits;
-    if (FLT_EVAL_METHOD != 0 || mantissa > exactWhole) return false;
-    if (scale > exactPower || scale < -exactPower) return false;
-    auto const whole = static_cast<Real>(mantissa);
-    auto const power =
-        static_cast<Real>(powersOfTen[static_cast<unsigned>(scale < 0 ? -scale : scale)]);
-    value = scale < 0 ? whole * power : whole / power;
-    return true;
+inline constexpr int exactPower = std::is_same_v<Real, double> ? 22 : 10;
+template <std::floating_point Real>
+inline constexpr std::uint64_t exactWhole = std::uint64_t{1} << std::numeric_limits<Real>::digits;
+
+// What follows passes values instead of references, so that nothing on the way of a number through
+// the processor has to go by memory.
+
+/// A run of digits: their number, and the value, which is right up to 19 of them.
+struct DigitRun {
+    std::uint64_t value = 0;
+    unsigned count = 0;
+
+    DigitRun followedBy(DigitRun more) const {
+        std::uint64_t const shifted = value * wholePowersOfTen[std::min(more.count, wholeDigits)];
+        return {shifted + more.value, count + more.count};
+    }
+};
+
+/// Reads the digits at the start of a text, which ends with a NUL, one by one.
+struct BytewiseDigits {
+    static DigitRun read(char const *text) {
+        DigitRun run;
+        for (; isDigit(text[run.count]); ++run.count)
+            run.value = run.value * 10 + static_cast<unsigned>(text[run.count] - '0');
+        return run;
+    }
+};
+
+/// Reads the digits at the start of a text, behind whose NUL at least seven more bytes can be read,
+/// eight at a time.
+struct BlockwiseDigits {
+    static constexpr std::size_t padding = 8;
+
+    [[gnu::always_inline]] static DigitRun read(char const *text) {
+        DigitRun const run = readBlock(text);
+        if (run.count == 8) [[unlikely]]
+            return readRest(text + 8, run);
+        return run;
+    }
+
+  private:
+    static DigitRun readRest(char const *text, DigitRun run);
+
+    // The first byte of the text is the lowest of the word. Three multiplications join neighbouring
+    // digits to pairs, pairs to fours and fours to eight.
+    [[gnu::always_inline]] static DigitRun readBlock(char const *text) {
+        static_assert(std::endian::native == std::endian::little);
+        std::uint64_t word;
+        std::memcpy(&word, text, sizeof word);
+        word ^= 0x3030303030303030;  // digits become 0 to 9, everything else is more
+        std::uint64_t const others =
+            (((word & 0x7F7F7F7F7F7F7F7F) + 0x7676767676767676) | word) & 0x8080808080808080;
+        unsigned const count = static_cast<unsigned>(std::countr_zero(others)) / 8;
+        word = count == 0 ? 0 : word << (64 - 8 * count);  // leading zeros in front
+        word = (word * 10 + (word >> 8)) & 0x00FF00FF00FF00FF;
+        word = (word * 100 + (word >> 16)) & 0x0000FFFF0000FFFF;
+        word = (word * 10000 + (word >> 32)) & 0xFFFFFFFF;
+        return {word, count};
+    }
+};
+
+/// Reads a number as readPlainNumber() does that has an exponent, or more digits than its value can
+/// be computed from in one step. [`first`, `text`) is its mantissa, with the digits `digits`, of
+/// which `scale` are decimals. A null result is that of readPlainNumber().
+template <std::floating_point Real>
+char const *readLongNumber(char const *first, char const *text, DigitRun digits, int scale,
+                           char point, Real &magnitude);
+extern template char const *readLongNumber(char const *, char const *, DigitRun, int, char,
+                                           double &);
+extern template char const *readLongNumber(char const *, char const *, DigitRun, int, char,
+                                           float &);
+
+/// True for a minus or a plus: without a jump, since signs of data are hard to guess.
+inline bool isSign(char c) {
+    return ((c - '+') & ~2) == 0;
 }
 
 /// Reads the decimal number at the start of `text`, with no white space ahead of it. The result is
-/// the place behind it, or null where only the C runtime can tell what it is. `text` ends with a
-/// NUL; `point` is decimalPoint().
-template <std::floating_point Real>
-char const *readPlainNumber(char const *text, char point, Real &value) {
+/// the place behind it, or null where only the C runtime can tell what it is. `Digits` says how the
+/// text may be read; `point` is decimalPoint().
+template <typename Digits, std::floating_point Real>
+[[gnu::always_inline]] inline char const *readPlainNumber(char const *text, char point,
+                                                          Real &value) {
     if (point == '\0') return nullptr;
     bool const negative = *text == '-';
-    if (negative || *text == '+') ++text;
-    char const *const first = text;
-    std::uint64_t mantissa = 0;
-    while (isDigit(*text))
-        mantissa = mantissa * 10 + static_cast<unsigned>(*text++ - '0');
-    auto digits = text - first;
+    char const *const first = text + isSign(*text);
+    DigitRun digits = Digits::read(first);
+    text = first + digits.count;
     int scale = 0;
     if (*text == point) {
-        char const *const decimals = ++text;
-        while (isDigit(*text))
-            mantissa = mantissa * 10 + static_cast<unsigned>(*text++ - '0');
-        scale = static_cast<int>(text - decimals);
-        digits += scale;
+        DigitRun const decimals = Digits::read(++text);
+        text += decimals.count;
+        scale = static_cast<int>(decimals.count);
+        digits = digits.followedBy(decimals);
     }
-    if (digits == 0 || digits > 199) return nullptr;
-    if (*text == 'e' || *text == 'E') {
-        bool const down = *++text == '-';
-        if (down || *text == '+') ++text;
-        if (!isDigit(*text)) return nullptr;
-        int exponent = 0;
-        while (isDigit(*text) && exponent < 1000)
-            exponent = exponent * 10 + (*text++ - '0');
-        if (isDigit(*text)) return nullptr;
-        scale += down ? exponent : -exponent;
-    } else if (*text == 'x' || *text == 'X') {
-        return nullptr;
-    }
+    if (digits.count == 0) return nullptr;
+    char const follower = static_cast<char>(*text | 0x20);
+    if (follower == 'x') return nullptr;
     Real magnitude{};
-    if (digits > 19 || !scaleExactly(mantissa, scale, magnitude)) {
-        if (point != '.') return nullptr;
-        auto const read = std::from_chars(first, text, magnitude);
-        if (read.ec != std::errc() || read.ptr != text) return nullptr;
+    bool const exact = FLT_EVAL_METHOD == 0 && digits.count <= wholeDigits &&
+                       digits.value <= exactWhole<Real> && scale <= exactPower<Real>;
+    if (exact && follower != 'e') [[likely]] {
+        // One operation on two exact numbers, so that the result is correctly rounded.
+        magnitude = static_cast<Real>(static_cast<std::int64_t>(digits.value)) /
+                    static_cast<Real>(powersOfTen[static_cast<unsigned>(scale)]);
+    } else {
+        text = readLongNumber(first, text, digits, scale, point, magnitude);
+        if (text == nullptr) return nullptr;
     }
-    value = negative ? -magnitude : magnitude;
+    static constexpr Real signs[] = {1, -1};
+    value = magnitude * signs[negative];
     return text;
 }
 
 /// The same for whole numbers, whose value wraps into the target as that of sscanf does.
-template <std::integral Whole>
-char const *readPlainNumber(char const *text, char /*point*/, Whole &value) {
+template <typename Digits, std::integral Whole>
+[[gnu::always_inline]] inline char const *readPlainNumber(char const *text, char /*point*/,
+                                                          Whole &value) {
     bool const negative = *text == '-';
-    if (negative || *text == '+') ++text;
-    char const *const first = text;
-    unsigned long magnitude = 0;
-    while (isDigit(*text))
-        magnitude = magnitude * 10 + static_cast<unsigned>(*text++ - '0');
-    auto const digits = text - first;
-    if (digits == 0 || digits > std::numeric_limits<long>::digits10) return nullptr;
-    value = static_cast<Whole>(negative ? 0 - magnitude : magnitude);
-    return text;
+    text += isSign(*text);
+    DigitRun const digits = Digits::read(text);
+    if (digits.count == 0 || digits.count > std::numeric_limits<long>::digits10) return nullptr;
+    auto const magnitude = static_cast<unsigned long>(digits.value);
+    unsigned long const flip = 0UL - static_cast<unsigned long>(negative);
+    value = static_cast<Whole>((magnitude ^ flip) - flip);
+    return text + digits.count;
 }
 
 /// Converts the beginning of `text` as sscanf does with the format of the target's type. The result

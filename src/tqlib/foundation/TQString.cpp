@@ -41,41 +41,70 @@ class CharacterSet {
 
 using Block = unsigned char __attribute__((vector_size(16)));
 
-/// The index of the first byte that isn't 0 in a block of bytes that are 0 or 0xFF; 16 if none is.
-std::size_t firstSet(Block block) {
-    static_assert(std::endian::native == std::endian::little);
-    std::uint64_t halves[2];
-    std::memcpy(halves, &block, sizeof halves);
-    int const bits =
-        halves[0] != 0 ? std::countr_zero(halves[0]) : 64 + std::countr_zero(halves[1]);
-    return static_cast<std::size_t>(bits) / 8;
-}
-
-/// A place in a text, and whether the character behind it needs a look.
-struct Found {
-    char const *place;
-    bool look;
-};
-
-/// The first place in [`first`, `end`) that holds a character of `set`, or `end`. Looks at 16
-/// places at a time, which for the few separators of a tokeniser beats building a table. No look is
-/// needed behind the place where another character of the set can be ruled out.
-Found findAny(char const *first, char const *end, std::string_view set) {
-    while (first != end) {
-        auto const part = std::min(static_cast<std::size_t>(end - first), sizeof(Block));
+/// Which of 16 places hold a character of a set.
+class Hits {
+  public:
+    /// Looks at the `count` places from `first` on, at most 16.
+    Hits(char const *first, std::size_t count, std::string_view set) {
+        static_assert(std::endian::native == std::endian::little);
         Block text{};
-        if (part == sizeof text)
+        if (count == sizeof text)
             std::memcpy(&text, first, sizeof text);
         else
-            std::memcpy(&text, first, part);
+            std::memcpy(&text, first, count);
         Block hits{};
         for (char const c : set)
             hits |= static_cast<Block>(text == static_cast<unsigned char>(c));
-        std::size_t const hit = firstSet(hits);
-        if (hit < part) return {first + hit, hit + 1 == sizeof hits || hits[hit + 1] != 0};
-        first += part;
+        std::memcpy(halves_, &hits, sizeof hits);
     }
-    return {end, false};
+
+    /// The first place that is a hit; 16 if there is none.
+    std::size_t first() const {
+        int const bits =
+            halves_[0] != 0 ? std::countr_zero(halves_[0]) : 64 + std::countr_zero(halves_[1]);
+        return static_cast<std::size_t>(bits) / 8;
+    }
+
+    /// The first place behind the hit `place` that is none; 16 if all are.
+    std::size_t firstMiss(std::size_t place) const {
+        std::uint64_t const low = ~halves_[0] >> 8 * (place % 8), high = ~halves_[1];
+        if (place >= 8) return runEnd(high >> 8 * (place % 8), place);
+        return low != 0 ? runEnd(low, place) : runEnd(high, 8);
+    }
+
+  private:
+    static std::size_t runEnd(std::uint64_t misses, std::size_t start) {
+        return std::min(start + static_cast<std::size_t>(std::countr_zero(misses)) / 8,
+                        sizeof(Block));
+    }
+
+    std::uint64_t halves_[2];  // a byte of 0xFF for each hit
+};
+
+/// Where a token ends and where the next one begins.
+struct TokenEnd {
+    char const *stop;
+    char const *next;
+};
+
+/// The end of the token that begins at `first`, and what is behind one separator, or behind all of
+/// them if `skip` is set. Looks at 16 places at a time, which for the few separators of a tokeniser
+/// beats building a table.
+TokenEnd findTokenEnd(char const *first, char const *end, std::string_view set, bool skip) {
+    char const *stop = nullptr;
+    while (first != end) {
+        auto const count = std::min(static_cast<std::size_t>(end - first), sizeof(Block));
+        Hits const hits(first, count, set);
+        std::size_t const hit = stop == nullptr ? hits.first() : 0;
+        if (hit < count) {
+            if (stop == nullptr) stop = first + hit;
+            if (!skip) return {stop, stop + 1};
+            std::size_t const miss = hits.firstMiss(hit);
+            if (miss < count) return {stop, first + miss};
+        }
+        first += count;
+    }
+    return {stop == nullptr ? end : stop, end};
 }
 
 /// The end of the part of a pattern that begins at `pattern`: its next star or its terminator.
@@ -93,30 +122,36 @@ bool partFits(char const *part, char const *end, char const *text) {
     return true;
 }
 
-/// The first place in `text` that the star-free part [`part`, `end`) fits, or null.
-char const *findPart(char const *part, char const *end, char const *text) {
-    for (; *text != '\0'; ++text)
+/// The first place in [`text`, `textEnd`) that the star-free part [`part`, `end`) fits, or null.
+char const *findPart(char const *part, char const *end, char const *text, char const *textEnd) {
+    if (part == end) return text;
+    auto const length = end - part;
+    for (; textEnd - text >= length; ++text) {
+        if (*part != '?' && *part != *text) continue;
         if (partFits(part, end, text)) return text;
-    return part == end ? text : nullptr;
+    }
+    return nullptr;
 }
 
-/// True if `text` fits `pattern`, which begins with a star or is at its end. Taking each part at
-/// the first place that it fits is enough: a later place would only leave less text for the rest.
+/// True if the whole of `text` fits `pattern`, which begins with a star. The part behind the last
+/// star stands at the end of the text. Taking each other part at the first place that it fits is
+/// enough: a later place would only leave less text for the rest.
 bool fitsFromStar(char const *pattern, char const *text) {
-    while (*pattern == '*') {
+    char const *const lastStar = std::strrchr(pattern, '*');
+    char const *const patternEnd = lastStar + std::strlen(lastStar);
+    auto const tail = static_cast<std::size_t>(patternEnd - lastStar) - 1;
+    std::size_t const length = std::strlen(text);
+    if (length < tail) return false;
+    char const *const textEnd = text + (length - tail);
+    if (!partFits(lastStar + 1, patternEnd, textEnd)) return false;
+    while (pattern != lastStar) {
         char const *const part = pattern + 1;
-        char const *const end = partEnd(part);
-        if (*end == '\0') {  // the last part stands at the end of the text
-            auto const length = static_cast<std::size_t>(end - part);
-            std::size_t const left = std::strlen(text);
-            return length <= left && partFits(part, end, text + (left - length));
-        }
-        char const *const place = findPart(part, end, text);
-        if (place == nullptr) return false;
-        text = place + (end - part);
-        pattern = end;
+        pattern = partEnd(part);
+        text = findPart(part, pattern, text, textEnd);
+        if (text == nullptr) return false;
+        text += pattern - part;
     }
-    return *text == '\0';
+    return true;
 }
 
 }  // namespace
@@ -164,11 +199,7 @@ int TQString::GetToken(TQString &token, int start, TQString const &separators, i
     char const *const text = *this;
     char const *const end = text + GetLength();
     char const *const first = text + std::clamp(start, 0, GetLength());
-    auto const [stop, look] = findAny(first, end, separators.view());
-    char const *next = stop == end ? end : stop + 1;
-    if (skip != 0 && look)
-        while (next != end && separators.view().find(*next) != std::string_view::npos)
-            ++next;
+    auto const [stop, next] = findTokenEnd(first, end, separators.view(), skip != 0);
     int const result = stop == end ? -1 : static_cast<int>(next - text);
     token.assign({first, static_cast<std::size_t>(stop - first)});
     return result;
@@ -197,12 +228,12 @@ bool TQString::Scan(char *&pattern, char *&text) {
     char const *const end = partEnd(pattern);
     std::size_t const left = std::strlen(text);
     auto const length = static_cast<std::size_t>(end - pattern);
-    char const *place = findPart(pattern, end, text);
-    if (*end == '\0')
-        place = length <= left && partFits(pattern, end, text + (left - length))
-                    ? text + (left - length)
-                    : nullptr;
-    if (place == nullptr || !fitsFromStar(end, place + length)) {
+    char const *place = nullptr;
+    if (*end == '*')
+        place = findPart(pattern, end, text, text + left);
+    else if (length <= left)
+        place = findPart(pattern, end, text + (left - length), text + left);
+    if (place == nullptr || (*end == '*' && !fitsFromStar(end, place + length))) {
         text += left;
         return false;
     }

@@ -3,6 +3,8 @@
 #include <cstring>
 #include <memory>
 
+#include "tqlib/foundation/ScanNumber.h"
+
 namespace tqlib::detail {
 
 /// The block that holds a reader's current line; copies of a reader share it.
@@ -12,13 +14,16 @@ class LineBuffer {
     static constexpr int size = 9192;
 
     /// A new block with an empty line.
-    LineBuffer() : block_(std::make_shared<char[]>(size)) {}
+    LineBuffer() : block_(std::make_shared<char[]>(size + BlockwiseDigits::padding)) {}
 
     char *begin() const { return block_.get(); }
 
     /// Makes the line empty. If several readers share the block all of it is cleared: one that
     /// stood further on than the next line reaches then stands at that line's end.
-    void clear() const { std::memset(begin(), 0, block_.use_count() > 1 ? size : 1); }
+    void clear() const {
+        if (block_.use_count() > 1) std::memset(begin(), 0, size);
+        *begin() = '\0';
+    }
 
   private:
     std::shared_ptr<char[]> block_;

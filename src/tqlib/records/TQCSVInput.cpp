@@ -4,12 +4,14 @@
 #include <cstdint>
 #include <cstring>
 #include <string_view>
+#include <type_traits>
 
 #include "tqlib/foundation/ScanNumber.h"
 #include "tqplatform/runtime/CRuntime.h"
 
 namespace {
 
+using tqlib::detail::BlockwiseDigits;
 using tqlib::detail::LineBuffer;
 
 constexpr std::ptrdiff_t longestNumber = 199;  // characters of a number field
@@ -23,10 +25,8 @@ constexpr std::uint32_t noFileLength = 0xFFFFFFFF;
 /// What an empty number field counts as.
 constexpr std::string_view zeroField = "0";
 
-/// Characters that can be part of a number.
-constexpr std::string_view numberCharacters =
-    "0123456789+-.,()_"
-    "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
+/// Characters that a plain number is made of, but for the decimal point.
+constexpr std::string_view numberCharacters = "0123456789+-eE";
 
 /// The type that sscanf converts to: the short types take the low bits of an int.
 template <typename Number>
@@ -85,8 +85,7 @@ void TQCSVInput::Init() {
 
 void TQCSVInput::setSeparator(char separator) {
     cTrennzeichen_ = separator;
-    plainSeparator_ = numberCharacters.find(separator) == std::string_view::npos &&
-                      static_cast<unsigned char>(separator) < 0x80;
+    plainSeparator_ = numberCharacters.find(separator) == std::string_view::npos;
 }
 
 void TQCSVInput::nextline() {
@@ -156,30 +155,42 @@ char *TQCSVInput::getNumber(char *field) {
 // Reads a plain number where it stands on the line, with the result that the gathered field would
 // give. False, with nothing taken, if it needs the gathered field.
 template <typename Value>
-bool TQCSVInput::readInPlace(Value &value) {
-    char const point = tqlib::detail::decimalPoint();
-    if (!plainSeparator_ || position_ == nullptr || point == cTrennzeichen_) return false;
-    char *const field = *position_ == cTrennzeichen_ ? position_ + 1 : position_;
-    char const *start = field;
-    while (tqlib::detail::isWhiteSpace(*start) && *start != cTrennzeichen_)
-        ++start;
-    char const *const behind = tqlib::detail::readPlainNumber(start, point, value);
+[[gnu::always_inline]] inline bool TQCSVInput::readInPlace(Value &value) {
+    char const separator = cTrennzeichen_;
+    char *field = position_;
+    if (!plainSeparator_ || field == nullptr) return false;
+    char point = '\0';
+    if constexpr (std::is_floating_point_v<Value>) {
+        point = tqlib::detail::decimalPoint();
+        if (point == separator) return false;
+    }
+    field += *field == separator;
+    char *start = field;
+    if (*start <= ' ')
+        while (tqlib::detail::isWhiteSpace(*start) && *start != separator)
+            ++start;
+    char const *const behind = tqlib::detail::readPlainNumber<BlockwiseDigits>(start, point, value);
     if (behind == nullptr || behind - field > longestNumber) return false;
-    position_ = field + (behind - field);
-    while (*position_ != cTrennzeichen_ && *position_ != '\0')
-        ++position_;
+    char *end = field + (behind - field);
+    while (*end != separator && *end != '\0')
+        ++end;
+    position_ = end;
     ++fieldNo_;
     return true;
+}
+
+// Reads the number out of the gathered field.
+template <typename Value>
+void TQCSVInput::readGathered(Value &value) {
+    char field[numberFieldSize];
+    if (getNumber(field) == nullptr) throw Failure();
+    if (tqlib::detail::scanNumber(field, value) != 1) throw Failure();
 }
 
 template <typename Number>
 TQCSVInput &TQCSVInput::readNumber(Number *target) {
     typename Converted<Number>::Type value{};
-    if (!readInPlace(value)) {
-        char field[numberFieldSize];
-        if (getNumber(field) == nullptr) throw Failure();
-        if (tqlib::detail::scanNumber(field, value) != 1) throw Failure();
-    }
+    if (!readInPlace(value)) readGathered(value);
     *target = static_cast<Number>(value);
     return *this;
 }

@@ -105,6 +105,8 @@ class TQLIB_API TQCSVInput : public classic::ifstream {
     TQLIB_INTERNAL TQCSVInput &readText(Text &target);
     template <typename Value>
     TQLIB_INTERNAL bool readInPlace(Value &value);
+    template <typename Value>
+    TQLIB_INTERNAL void readGathered(Value &value);
     TQLIB_INTERNAL char *getNumber(char *field);
     TQLIB_INTERNAL void skipSeparator();
     TQLIB_INTERNAL bool toTextField();

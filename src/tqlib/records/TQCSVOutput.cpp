@@ -1,6 +1,5 @@
 #include "tqlib/records/TQCSVOutput.h"
 
-#include <charconv>
 #include <cstring>
 #include <utility>
 
@@ -60,30 +59,56 @@ void TQCSVOutput::ZeroCheck(char *text) const {
     if (text != nullptr) text[lengthWithoutZeros(text, cDezimalzeichen_)] = '\0';
 }
 
-void TQCSVOutput::startField() {
-    if (firstField_ == 0 && separated_ != 0) put(cTrennzeichen_);
-    firstField_ = 0;
-}
-
 void TQCSVOutput::check() const {
     if (fail()) throw Failure();
 }
 
+bool TQCSVOutput::separatorComesFirst() {
+    return std::exchange(firstField_, 0) == 0 && separated_ != 0;
+}
+
+void TQCSVOutput::startField() {
+    if (separatorComesFirst()) put(cTrennzeichen_);
+}
+
+// Forms a field where it is going to be written. `form` gets the place for the text and gives the
+// place behind it, or null if it needs another way. False if nothing has happened.
+template <typename Form>
+bool TQCSVOutput::writeInPlace(Form form) {
+    char *const start = fail() ? nullptr : rdbuf()->room(1 + tqlib::detail::plainNumberRoom);
+    if (start == nullptr) return false;
+    char *const end = form(start + 1);
+    if (end == nullptr) return false;
+    *start = cTrennzeichen_;
+    bool const separator = separatorComesFirst();
+    if (!separator) std::memmove(start, start + 1, static_cast<std::size_t>(end - start - 1));
+    rdbuf()->taken(static_cast<std::size_t>(end - start) - (separator ? 0 : 1));
+    return true;
+}
+
 template <typename Whole>
 TQCSVOutput &TQCSVOutput::writeWhole(Whole value) {
+    auto const form = [value](char *target) { return tqlib::detail::formatNumber(target, value); };
+    if (writeInPlace(form)) return *this;
     startField();
-    char digits[24];
-    char const *const end = std::to_chars(digits, digits + sizeof digits, value).ptr;
-    write(digits, static_cast<int>(end - digits));
+    char digits[tqlib::detail::plainNumberRoom];
+    write({digits, static_cast<std::size_t>(form(digits) - digits)});
     check();
     return *this;
 }
 
 TQCSVOutput &TQCSVOutput::writeReal(double value) {
+    // The zeros go if the character to look for is the decimal point that comes.
+    char const point = tqlib::detail::decimalPoint();
+    bool const trim = point == cDezimalzeichen_;
+    auto const form = [=](char *target) {
+        return tqlib::detail::formatPlainNumber(target, value, point, trim);
+    };
+    if (trim && writeInPlace(form)) return *this;
     startField();
     char field[numberFieldSize];
     std::size_t const length = tqlib::detail::formatSixDecimals(field, sizeof field, value);
-    write(field, static_cast<int>(lengthWithoutZeros({field, length}, cDezimalzeichen_)));
+    write({field, lengthWithoutZeros({field, length}, cDezimalzeichen_)});
     check();
     return *this;
 }

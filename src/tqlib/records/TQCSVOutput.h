@@ -90,6 +90,9 @@ class TQLIB_API TQCSVOutput : public classic::ofstream {
     TQLIB_INTERNAL TQCSVOutput &writeWhole(Whole value);
     TQLIB_INTERNAL TQCSVOutput &writeReal(double value);
     TQLIB_INTERNAL TQCSVOutput &writeText(std::string_view text);
+    template <typename Form>
+    TQLIB_INTERNAL bool writeInPlace(Form form);
+    TQLIB_INTERNAL bool separatorComesFirst();
     TQLIB_INTERNAL void startField();
     TQLIB_INTERNAL void check() const;
 

@@ -65,6 +65,13 @@ class TQPLATFORM_API streambuf {
         return putSlowly(text, count);
     }
 
+    /// Room for `count` characters in the block, for text to be formed in place, or null if it
+    /// can't be had at once. taken() then tells how many of them count as written.
+    char *room(std::size_t count) {
+        return count <= static_cast<std::size_t>(writeEnd_ - write_) ? write_ : nullptr;
+    }
+    void taken(std::size_t count) { write_ += count; }
+
     /// Moves to the absolute offset `position`; the result is that offset, or -1.
     virtual streampos seekpos(streampos position) = 0;
 

@@ -1,0 +1,340 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+
+#include <array>
+#include <cmath>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "support/Files.h"
+
+namespace {
+
+using Words = std::vector<std::string>;
+
+Words split(std::string const &text, char separator) {
+    Words parts;
+    std::istringstream stream(text);
+    for (std::string part; std::getline(stream, part, separator);)
+        parts.push_back(part);
+    return parts;
+}
+
+std::string shellWord(std::string const &text) {
+    std::string word = "'";
+    for (char const c : text)
+        word += c == '\'' ? "'\\''" : std::string(1, c);
+    return word + "'";
+}
+
+/// Runs the program in a fresh folder.
+class Messwerk : public testing::Test {
+  protected:
+    /// The exit code of the program with `arguments`, in the shell's `surroundings`, where % stands
+    /// for it. Its messages are in out_ and err_ then.
+    int run(Words const &arguments, std::string surroundings = "LC_ALL=C %") {
+        std::string command = shellWord(MESSWERK_PROGRAM);
+        for (std::string const &argument : arguments)
+            command += ' ' + shellWord(argument);
+        surroundings.replace(surroundings.find('%'), 1, command);
+        std::string const line = "cd " + shellWord(folder_.file("")) + " && { " + surroundings +
+                                 "; } >messages.out 2>messages.err";
+        int const status = std::system(line.c_str());
+        out_ = folder_.read("messages.out");
+        err_ = folder_.read("messages.err");
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+    /// Runs on a file with `content`, without header, from in.csv to out.csv.
+    int runOn(std::string const &content, std::string const &columns, Words const &more = {}) {
+        folder_.write("in.csv", content);
+        Words arguments = {"-k", "0", "-c", columns, "-o", "out.csv", "in.csv"};
+        arguments.insert(arguments.begin(), more.begin(), more.end());
+        return run(arguments);
+    }
+
+    bool says(std::string const &text) const { return out_.find(text) != std::string::npos; }
+
+    /// Minimum, maximum and mean of `column` in the summary.
+    std::array<double, 3> figures(std::string const &column) const {
+        std::array<double, 3> values{NAN, NAN, NAN};
+        for (std::string const &line : split(out_, '\n')) {
+            std::istringstream words(line);
+            std::string name;
+            if (words >> name && name == column) words >> values[0] >> values[1] >> values[2];
+        }
+        return values;
+    }
+
+    TemporaryFolder folder_;
+    std::string out_, err_;
+};
+
+// Each row of EXPECTED.tsv: file, separator, lines, column, header, numbers, empty, other, sum,
+// min, max, first, last.
+TEST_F(Messwerk, SumsUpTheRealSeries) {
+    std::map<std::string, std::vector<Words>> files;
+    std::string const data = MESSWERK_DATA "/";
+    std::ifstream expected(data + "EXPECTED.tsv");
+    for (std::string row; std::getline(expected, row);)
+        if (!row.starts_with("file\t"))
+            files[row.substr(0, row.find('\t'))].push_back(split(row, '\t'));
+    ASSERT_EQ(files.size(), 3u);
+    for (auto const &[file, columns] : files) {
+        std::string list;
+        for (Words const &column : columns)
+            list += (list.empty() ? "c" : ",c") + column[3] + (column[5] == "0" ? ":text" : "");
+        ASSERT_EQ(run({"-s", ",", "-c", list, "-o", "out.csv", data + file}), 0) << err_;
+        int const rows = std::stoi(columns[0][2]) - 1;
+        EXPECT_TRUE(says(std::to_string(rows) + " read, 0 refused")) << file << out_;
+        EXPECT_EQ(split(folder_.read("out.csv"), '\n').size(), rows + 1u);
+        for (Words const &column : columns) {
+            if (column[5] == "0") continue;
+            auto const [minimum, maximum, mean] = figures("c" + column[3]);
+            double const sum = std::stod(column[8]);
+            EXPECT_EQ(minimum, std::stod(column[9])) << file << column[4];
+            EXPECT_EQ(maximum, std::stod(column[10])) << file << column[4];
+            EXPECT_NEAR(mean * rows, sum, std::fabs(sum) * 1e-8) << file << column[4];
+        }
+    }
+}
+
+TEST_F(Messwerk, ComputesColumnsFromColumnsAndEarlierResults) {
+    ASSERT_EQ(run({"-s", ",", "-c", "-,measured,Adjusted", "-x", "season = MEASURED adjusted -",
+                   "-x", "twice = season 2 *", "-x", "total = RCL_0 measured + STO_0", "-o",
+                   "out.csv", MESSWERK_DATA "/co2-concentration.csv"}),
+              0)
+        << err_;
+    Words const lines = split(folder_.read("out.csv"), '\n');
+    ASSERT_EQ(lines.size(), 742u);
+    EXPECT_EQ(lines[0], R"("measured","Adjusted","season","twice","total",)");
+    double total = 0;
+    for (std::size_t i = 1; i < lines.size(); ++i) {
+        Words const fields = split(lines[i], ',');
+        double const measured = std::stod(fields[0]), adjusted = std::stod(fields[1]);
+        total += measured;
+        EXPECT_NEAR(std::stod(fields[2]), measured - adjusted, 1e-6) << lines[i];
+        EXPECT_NEAR(std::stod(fields[3]), 2 * (measured - adjusted), 1e-6) << lines[i];
+        EXPECT_NEAR(std::stod(fields[4]), total, 1e-6) << lines[i];
+    }
+}
+
+TEST_F(Messwerk, LeavesOutRowsWithAFaultAndSaysWhy) {
+    struct Row {
+        std::string line, result;  // the line written, or the reason
+    } const rows[] = {
+        {"1;2;x", "1.;2.;\"x\";0.5;"},
+        {" -1.50 ;4\t;\"x y\";", "-1.5;4.;\"x y\";-0.375;"},
+        {"\"1\";2;", "1.;2.;\"\";0.5;"},
+        {";2;x", "the first field is empty"},
+        {"1;;x", "b is empty"},
+        {"1; ;x", "b is empty"},
+        {"1;2", "2 fields instead of 3"},
+        {"1", "1 field instead of 3"},
+        {"1;2;x;y", "4 fields instead of 3"},
+        {"1;2;x;;", "5 fields instead of 3"},
+        {"12abc;2;x", "a isn't a number: \"12abc\""},
+        {"1;2,5;x", "b isn't a number: \"2,5\""},
+        {"1;\x1b[2J;x", "b isn't a number: \"?[2J\""},
+        {"1;" + std::string(100, 'z') + ";x",
+         "b isn't a number: \"" + std::string(37, 'z') + "...\""},
+        {"inf;2;x", "a isn't a finite number of at most 191 digits: \"inf\""},
+        {"1;nan;x", "b isn't a finite number of at most 191 digits: \"nan\""},
+        {"1;-1e191;x", "b isn't a finite number of at most 191 digits: \"-1e191\""},
+        {"1;2;a\"b", "quotes don't enclose a whole field: \"a\"b\""},
+        {"1;\"2;x\"", "quotes don't enclose a whole field: \"\"2\""},
+        {"1;2;\"", "quotes don't enclose a whole field: \"\"\""},
+        {"1;0;x", "q has no finite value"},
+        {"1e100;1e-100;x", "q is too large to be written"},
+        {std::string("1;2\0;x", 6), "the line has a NUL character"},
+        {"1;2;" + std::string(9188, 'x'), "the line has more than 9191 characters"},
+        {std::string(20000, ';'), "the line has more than 9191 characters"},
+    };
+    for (auto const &[line, result] : rows) {
+        ASSERT_EQ(runOn("7;8;y\n" + line + "\n7;8;y\n", "a,b,t:text", {"-x", "q = a b /"}), 0);
+        Words const written = split(folder_.read("out.csv"), '\n');
+        bool const refused = written.size() == 3;
+        EXPECT_EQ(refused ? "  line 2: " + result + "\n" : result + "\n",
+                  refused ? out_.substr(out_.rfind('\n', out_.size() - 2) + 1) : written[2] + "\n")
+            << line;
+        EXPECT_EQ(written.back(), "7.;8.;\"y\";0.875;") << line;
+    }
+}
+
+TEST_F(Messwerk, NumbersLinesAsAnEditorDoes) {
+    std::string const full = "5" + std::string(9190, ' ');  // all that a line has room for
+    std::string const over = full + std::string(9191, ' ');
+    for (std::string const end : {"\n", "\r\n"}) {
+        std::string const content = "1" + end + end + over + end + end + full + end + '\0' + over +
+                                    end + "x" + end + full + ' ' + end + "9";
+        for (std::string const &last : {std::string(), end}) {
+            ASSERT_EQ(runOn(content + last, "a"), 0);
+            EXPECT_EQ(folder_.read("out.csv"), "\"a\";\n1.;\n5.;\n9.;\n");
+            EXPECT_TRUE(says("7 read, 4 refused, 3 written\n        2 blank lines passed over"));
+            for (char const *const line : {"line 3: the line has more", "line 6: the line has more",
+                                           "line 7: a isn't", "line 8: the line has more"})
+                EXPECT_TRUE(says(line)) << line << out_;
+        }
+    }
+    folder_.write("in.csv", over + "\n\n1\nx\n");
+    ASSERT_EQ(run({"-k", "2", "-c", "a", "-o", "out.csv", "in.csv"}), 0);
+    EXPECT_TRUE(says("2 read") && says("line 4: a isn't")) << out_;
+}
+
+TEST_F(Messwerk, ListsTheFirstTwentyRefusals) {
+    std::string content;
+    for (int i = 0; i < 23; ++i)
+        content += "x\n";
+    ASSERT_EQ(runOn(content, "a"), 0);
+    EXPECT_TRUE(says("line 20: ") && !says("line 21: ") && says("and 3 more")) << out_;
+}
+
+TEST_F(Messwerk, ARefusedRowLeavesNoTraceInTheRegisters) {
+    ASSERT_EQ(runOn("1\n0\n4\n", "a", {"-x", "sum = RCL_3 1 a / + STO_3", "-x", "one = 1"}), 0);
+    EXPECT_EQ(folder_.read("out.csv"), "\"a\";\"sum\";\"one\";\n1.;1.;1.;\n4.;1.25;1.;\n");
+}
+
+TEST_F(Messwerk, MeansKeepWhatRoundingTakesFromThePlainSum) {
+    ASSERT_EQ(runOn("1e16\n1\n1\n-1e16\n", "a"), 0);
+    EXPECT_EQ(figures("a")[2], 0.5);
+}
+
+TEST_F(Messwerk, RefusesCommandLinesThatCannotBeCarriedOut) {
+    struct Row {
+        Words arguments;
+        char const *message;
+    } const rows[] = {
+        {{}, "which file"},
+        {{"-c", "a", "-o", "o"}, "which file"},
+        {{"-o", "o", "in"}, "which columns"},
+        {{"-c", "a", "in"}, "where is the result"},
+        {{"-c", "a", "-o", "o", "in", "in2"}, "not \"in\" and \"in2\""},
+        {{"-q"}, "no option \"-q\""},
+        {{"in", "-c"}, "\"-c\" needs a value"},
+        {{"-s", ";;"}, "one character"},
+        {{"-k", "-1"}, "0 or more"},
+        {{"-k", "1x"}, "0 or more"},
+        {{"-s", ".", "-c", "a", "-o", "o", "in"}, "decimal character of the locale"},
+        {{"-s", "5", "-c", "a", "-o", "o", "in"}, "can't be \"5\""},
+        {{"-c", "a:date", "-o", "o", "in"}, "not \"date\""},
+        {{"-c", "a,", "-o", "o", "in"}, "is empty"},
+        {{"-c", "a,b c", "-o", "o", "in"}, "contains a blank"},
+        {{"-c", "a;b", "-o", "o", "in"}, "contains \";\""},
+        {{"-c", "1e5", "-o", "o", "in"}, "is a number"},
+        {{"-c", "a,Sin:text", "-o", "o", "in"}, "\"Sin\" is a keyword"},
+        {{"-c", "a,A", "-o", "o", "in"}, "is there twice"},
+        {{"-c", "a", "-x", "a", "-o", "o", "in"}, "NAME = EXPRESSION"},
+    };
+    for (auto const &[arguments, message] : rows) {
+        EXPECT_EQ(run(arguments), 2) << message;
+        EXPECT_NE(err_.find(message), std::string::npos) << err_ << message;
+    }
+    EXPECT_EQ(run({"--help"}), 0);
+    EXPECT_TRUE(says("-x NAME = EXPR"));
+}
+
+TEST_F(Messwerk, RefusesExpressionsThatTheCalculatorWouldTake) {
+    struct Row {
+        std::string expression, message;
+    } const rows[] = {
+        {"r =", "is empty"},
+        {"r = a c +", "\"c\" is neither keyword nor column nor number"},
+        {"r = r", "\"r\" is neither"},
+        {"r = 12abc", "\"12abc\" is neither"},
+        {"r = a\t1 +", "\"a?1\" is neither"},
+        {"r = sin(", "\"sin(\" is neither"},
+        {"r = t", "\"t\" is a column of texts"},
+        {"r = 1e999", "isn't a finite number"},
+        {"r = +", "\"+\" finds too few values"},
+        {"r = a +", "\"+\" finds too few values"},
+        {"r = STO_0", "\"STO_0\" finds too few values"},
+        {"r = a 1", "leaves 2 values instead of one"},
+        {"a = 1", "is there twice"},
+        {"PI = 1", "\"PI\" is a keyword"},
+    };
+    for (auto const &[expression, message] : rows) {
+        EXPECT_EQ(runOn("1;x\n", "a,t:text", {"-x", expression}), 2) << expression;
+        EXPECT_NE(err_.find(message), std::string::npos) << expression << err_;
+        EXPECT_EQ(folder_.read("out.csv"), "");
+    }
+    std::string deep = "r = 1", sum;
+    for (int i = 0; i < 5000; ++i) {
+        deep += " a";
+        sum += " +";
+    }
+    EXPECT_EQ(runOn("2\n", "a", {"-x", deep + sum}), 0) << err_;
+    EXPECT_EQ(figures("r")[0], 10001);
+}
+
+TEST_F(Messwerk, AFailedRunSaysWhyAndLeavesTheOldResult) {
+    folder_.write("in.csv", "h\n1\n");
+    std::filesystem::create_symlink("in.csv", folder_.file("link"));
+    struct Row {
+        std::string output, input, message;
+    } const rows[] = {
+        {"old.csv", "missing", "can't read \"missing\": No such file"},
+        {"old.csv", ".", "can't read \".\": Is a directory"},
+        {"/dev/full", "in.csv", "can't write \"/dev/full\": No space left"},
+        {"none/o.csv", "in.csv", "can't write \"none/o.csv\": No such file"},
+        {".", "in.csv", "can't write \".\": Is a directory"},
+        {"link", "in.csv", "can't go to the file it is read from"},
+        {"messages.out", "in.csv", "the messages of this run go to"},
+        {"/dev/stdout", "in.csv", "the messages of this run go to"},
+    };
+    folder_.write("old.csv", "old");
+    for (auto const &[output, from, message] : rows) {
+        EXPECT_EQ(run({"-c", "a", "-o", output, from}), 1) << message;
+        EXPECT_NE(err_.find(message), std::string::npos) << message << err_;
+    }
+    std::string rows20000;
+    for (int i = 0; i < 20000; ++i)
+        rows20000 += "1\n";
+    folder_.write("long.csv", rows20000);
+    EXPECT_EQ(run({"-c", "a", "-o", "old.csv", "long.csv"}, "ulimit -f 8; trap '' XFSZ; %"), 1);
+    EXPECT_NE(err_.find("can't write \"old.csv\": File too large"), std::string::npos) << err_;
+    EXPECT_EQ(run({"-c", "a", "-o", "new.csv", "in.csv"}, "% >/dev/full"), 1);
+    EXPECT_NE(err_.find("can't write the summary: No space left"), std::string::npos) << err_;
+    EXPECT_EQ(folder_.read("old.csv"), "old");
+    EXPECT_EQ(folder_.read("in.csv"), "h\n1\n");
+    auto const entries = std::filesystem::directory_iterator(folder_.file(""));
+    EXPECT_EQ(std::distance(begin(entries), end(entries)), 7) << "something is left over";
+}
+
+TEST_F(Messwerk, ReplacesTheFileBehindALinkAndKeepsItsPermissions) {
+    folder_.write("a\\b.csv", "h\n1\n");
+    chmod(folder_.write("old.csv", "old").c_str(), 0640);
+    std::filesystem::create_symlink("old.csv", folder_.file("link"));
+    EXPECT_EQ(run({"-c", "a", "-o", "link", "a\\b.csv"}), 0) << err_;
+    EXPECT_EQ(folder_.read("old.csv"), "\"a\";\n1.;\n");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder_.file("link")));
+    EXPECT_EQ(static_cast<int>(std::filesystem::status(folder_.file("old.csv")).permissions()),
+              0640);
+}
+
+TEST_F(Messwerk, WorksInAPipe) {
+    EXPECT_EQ(
+        run({"-c", "a", "-o", "/dev/stdout", "/dev/stdin"}, "printf 'h\\n1\\n\\n2' | % | cat"), 0);
+    EXPECT_EQ(out_, "\"a\";\n1.;\n2.;\n");
+    EXPECT_NE(err_.find("2 read, 0 refused"), std::string::npos) << err_;
+}
+
+TEST_F(Messwerk, TakesTheDecimalCharacterOfTheEnvironment) {
+    ASSERT_EQ(std::system(("localedef --no-archive -i de_DE -f UTF-8 " +
+                           shellWord(folder_.file("de_DE.UTF-8")))
+                              .c_str()),
+              0);
+    std::string const german = "LOCPATH=" + shellWord(folder_.file("")) + " LC_ALL=de_DE.UTF-8 %";
+    folder_.write("in.csv", "h\n1,5\n1.5\n");
+    EXPECT_EQ(run({"-c", "a", "-x", "b = a 0,5 +", "-o", "out.csv", "in.csv"}, german), 0) << err_;
+    EXPECT_EQ(folder_.read("out.csv"), "\"a\";\"b\";\n1,5;2,;\n");
+    EXPECT_TRUE(says("line 3: a isn't a number: \"1.5\"")) << out_;
+    EXPECT_EQ(run({"-s", ",", "-c", "a", "-o", "out.csv", "in.csv"}, german), 2);
+}
+
+}  // namespace
