@@ -19,6 +19,7 @@ class TQLIB_API TQHpBefehl {
     static constexpr int pushVariable = 1;  ///< pushes what a variable points at
     static constexpr int doNothing = 2;     ///< does nothing
 
+    /// The command that does nothing; a command without a literal; one with it.
     TQHpBefehl() : TQHpBefehl(doNothing) {}
     TQHpBefehl(int how) : TQHpBefehl(how, 0.0) {}
     TQHpBefehl(int how, double value) : how_(how), value_(value), variable_(nullptr) {}

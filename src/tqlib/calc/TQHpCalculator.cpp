@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <string>
 
 #include "tqlib/calc/TQHpKeywords.h"
 #include "tqlib/calc/TQHpOperations.h"
@@ -27,10 +28,10 @@ bool isNamed(TQHpToken const &token, char const *name) {
 /// What atof makes of `token`, behind which a blank or the terminator stands.
 double toNumber(std::string_view token) {
     double value = 0.0;
-    char const *const text = token.data();
     auto const *const behind = tqlib::detail::readPlainNumber<tqlib::detail::BytewiseDigits>(
-        text, tqlib::detail::decimalPoint(), value);
-    return behind != nullptr ? value : std::strtod(text, nullptr);
+        token.data(), tqlib::detail::decimalPoint(), value);
+    // The C runtime gets the token alone: it would pass over white space into the next one.
+    return behind != nullptr ? value : std::strtod(std::string(token).c_str(), nullptr);
 }
 
 }  // namespace

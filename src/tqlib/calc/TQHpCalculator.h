@@ -39,7 +39,10 @@ struct TQHpToken;
 /// the stack like any value. Not for copying, and for one thread at a time.
 class TQLIB_API TQHpCalculator {
   public:
+    /// A calculator with the one value 0.0 on its stack, registers of 0.0 and no variables.
     TQHpCalculator();
+
+    /// Names and doubles of variables stay the caller's.
     ~TQHpCalculator();
 
     /// Compiles `text` and appends its commands to those that wait. Null counts as empty. Every

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <utility>
 
 #include "tqlib/foundation/Export.h"
@@ -13,12 +14,14 @@
 template <typename Element>
 class TQLIB_API TQHpList : public CObject {
   public:
+    /// An empty list.
     TQHpList() = default;
 
     /// Frees all nodes, from the first to the last.
     ~TQHpList() override {
         empty();
-        freeChain(spare_);
+        while (spare_ != nullptr)
+            delete std::exchange(spare_, spare_->next);
     }
 
     /// Puts a copy of `element` behind the cursor, or into the empty list, and moves the cursor to
@@ -67,6 +70,7 @@ class TQLIB_API TQHpList : public CObject {
         count_ = position_ = 0;
     }
 
+    /// The number of elements.
     int count() const { return count_; }
 
     /// The cursor's element; throws TQException::EMPTY_LIST on an empty list.
@@ -109,26 +113,38 @@ class TQLIB_API TQHpList : public CObject {
     }
 
   private:
+    // A node that waits for its next element holds none.
     struct Node {
-        Element value;
-        Node *prev;
-        Node *next;
+        Node() {}
+        Node(Node const &) = delete;
+        Node &operator=(Node const &) = delete;
+        ~Node() {}
+
+        union {
+            Element value;
+        };
+        Node *prev = nullptr;
+        Node *next = nullptr;
     };
 
     static constexpr int mostSpare = 32;
 
     Node *newNode(Element const &element) {
-        if (spare_ == nullptr) return new Node{element, nullptr, nullptr};
-        spare_->value = element;
+        if (spare_ == nullptr) recycleEmpty(new Node);
+        std::construct_at(&spare_->value, element);
         --spareCount_;
         return std::exchange(spare_, spare_->next);
     }
 
     void recycle(Node *node) {
-        if (spareCount_ == mostSpare) {
+        std::destroy_at(&node->value);
+        if (spareCount_ == mostSpare)
             delete node;
-            return;
-        }
+        else
+            recycleEmpty(node);
+    }
+
+    void recycleEmpty(Node *node) {
         node->next = std::exchange(spare_, node);
         ++spareCount_;
     }
@@ -138,11 +154,6 @@ class TQLIB_API TQHpList : public CObject {
         (node->prev == nullptr ? head_ : node->prev->next) = node;
         (node->next == nullptr ? tail_ : node->next->prev) = node;
         current_ = node;
-    }
-
-    static void freeChain(Node *node) {
-        while (node != nullptr)
-            delete std::exchange(node, node->next);
     }
 
     Node *head_ = nullptr;

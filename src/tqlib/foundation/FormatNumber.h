@@ -30,8 +30,9 @@ char *formatNumber(char *target, Whole value) {
 /// where only the C runtime can tell the text; the target is undefined then.
 char *formatPlainNumber(char *target, double value, char point, bool trim);
 
-/// Writes `value` to `target` exactly as sprintf does with "%lf" in the locale in force, cut to
-/// `size` - 1 characters and ended with a NUL. The result is the number of characters.
+/// Writes `value` to `target` exactly as sprintf does with "%lf" in the locale in force and the
+/// default rounding mode, cut to `size` - 1 characters and ended with a NUL. The result is the
+/// number of characters.
 std::size_t formatSixDecimals(char *target, std::size_t size, double value);
 
 }  // namespace tqlib::detail

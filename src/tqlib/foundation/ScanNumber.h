@@ -1,9 +1,9 @@
 #pragma once
 
 // Numbers from text with exactly the results of the C runtime's sscanf: "%lf", "%f", "%ld", "%d",
-// "%lu", "%u", in the locale in force. Plain decimal texts, which is nearly all there is, take a
-// fast road; everything else (infinities, hexadecimal, overflow, odd locales) goes to sscanf
-// itself.
+// "%lu", "%u", in the locale in force and the default rounding mode. Plain decimal texts, which is
+// nearly all there is, take a fast road; everything else (infinities, hexadecimal, overflow, odd
+// locales) goes to sscanf itself.
 
 #include <langinfo.h>
 

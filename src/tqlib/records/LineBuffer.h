@@ -13,8 +13,15 @@ class LineBuffer {
     /// Bytes of the block: a line has at most one character less, for the NUL.
     static constexpr int size = 9192;
 
+    /// No block.
+    LineBuffer() = default;
+
     /// A new block with an empty line.
-    LineBuffer() : block_(std::make_shared<char[]>(size + BlockwiseDigits::padding)) {}
+    static LineBuffer make() {
+        LineBuffer buffer;
+        buffer.block_ = std::make_shared<char[]>(size + BlockwiseDigits::padding);
+        return buffer;
+    }
 
     char *begin() const { return block_.get(); }
 

@@ -73,7 +73,7 @@ TQCSVInput::~TQCSVInput() = default;
 
 void TQCSVInput::Init() {
     lineNo_ = 0;
-    buffer_ = LineBuffer();
+    buffer_ = LineBuffer::make();
     position_ = nullptr;
     ascii_ = 0;
     setSeparator(semicolon);
@@ -89,15 +89,12 @@ void TQCSVInput::setSeparator(char separator) {
 }
 
 void TQCSVInput::nextline() {
-    lock();
+    Lock const lock(*this);
     clear();
     buffer_.clear();
-    lineRead_ = true;
-    get(buffer_.begin(), LineBuffer::size, '\n');
-    lineRead_ = false;
+    getline(buffer_.begin(), LineBuffer::size);
     position_ = buffer_.begin();
     if (*position_ == '\0') clear(eofbit);
-    unlock();
     ++lineNo_;
     fieldNo_ = 0;
 }
@@ -113,10 +110,9 @@ char const *TQCSVInput::currentLine() {
 }
 
 void TQCSVInput::Reset(int state) {
-    lock();
+    Lock const lock(*this);
     clear(state);
     seekg(0);
-    unlock();
     lineNo_ = 0;
 }
 
@@ -125,7 +121,7 @@ int TQCSVInput::setAscii(int ascii) {
 }
 
 unsigned long TQCSVInput::getFileLength() const {
-    long const length = _filelength(rdbuf()->fd());
+    long const length = rdbuf() == nullptr ? -1 : _filelength(rdbuf()->fd());
     return length < 0 ? noFileLength : static_cast<unsigned long>(length);
 }
 
@@ -229,25 +225,14 @@ bool TQCSVInput::toTextField() {
     return true;
 }
 
-// The end of the text field on which the position stands; none stands on a separator.
-char *TQCSVInput::textFieldEnd() const {
-    if (*position_ == cTrennzeichen_) return position_;
-    char const stoppers[] = {cTrennzeichen_, cQuote_, '\0'};
-    return position_ + std::strcspn(position_, stoppers);
-}
-
-// Moves behind the field and its closing quote. An empty field in front of a separator has none.
-void TQCSVInput::leaveTextField(char *end) {
-    bool const onSeparator = *end == cTrennzeichen_;
-    position_ = end + (!onSeparator && *end == cQuote_ ? 1 : 0);
-}
-
 template <typename Text>
 TQCSVInput &TQCSVInput::readText(Text &target) {
     if (!toTextField()) throw Failure();
-    char *const end = textFieldEnd();
+    char const stoppers[] = {cTrennzeichen_, cQuote_, '\0'};
+    bool const empty = *position_ == cTrennzeichen_;
+    char *const end = empty ? position_ : position_ + std::strcspn(position_, stoppers);
     assignText(target, position_, end);
-    leaveTextField(end);
+    position_ = !empty && *end == cQuote_ ? end + 1 : end;
     return *this;
 }
 

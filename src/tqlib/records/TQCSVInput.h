@@ -6,8 +6,11 @@
 //     TQString date;
 //     double value;
 //     file.nextline();                                   // the header
-//     for (file.nextline(); !file.eof(); file.nextline())
+//     for (file.nextline(); *file.currentLine() != '\0'; file.nextline())
 //         file >> date >> &value;
+//
+// The loop ends at the end of the file or at a blank line; peek() tells them apart. eof() is no
+// condition for it: the last line of a file without a final newline sets the end-of-file bit too.
 //
 // A quote strips itself and protects nothing: a separator between quotes ends the field. A
 // separator at the end of a line opens no further field, and one at its start is passed over, so
@@ -69,7 +72,8 @@ class TQLIB_API TQCSVInput : public classic::ifstream {
     TQCSVInput &operator>>(char *target);
 
     /// Fetches the next line. A blank line and the end of the file both set the stream's state to
-    /// exactly the end-of-file bit.
+    /// exactly the end-of-file bit. A line that the end of the file cuts sets that bit, one that a
+    /// read error cuts the bad bit as well.
     void nextline();
 
     /// Calls nextline() and assigns the new line to `target`.
@@ -83,7 +87,7 @@ class TQLIB_API TQCSVInput : public classic::ifstream {
     /// line at hand until the next one is fetched.
     void Reset(int state = 0);
 
-    /// How many lines have been fetched since the start of the file.
+    /// How many lines have been fetched since the file was opened, or since Init() or Reset().
     long lineNumber() const { return lineNo_; }
 
     /// How many fields of the current line have been taken, those that failed to convert included.
@@ -110,8 +114,6 @@ class TQLIB_API TQCSVInput : public classic::ifstream {
     TQLIB_INTERNAL char *getNumber(char *field);
     TQLIB_INTERNAL void skipSeparator();
     TQLIB_INTERNAL bool toTextField();
-    TQLIB_INTERNAL char *textFieldEnd() const;
-    TQLIB_INTERNAL void leaveTextField(char *end);
     TQLIB_INTERNAL void setSeparator(char separator);
 
     long lineNo_;

@@ -75,14 +75,14 @@ void TQCSVOutput::startField() {
 // place behind it, or null if it needs another way. False if nothing has happened.
 template <typename Form>
 bool TQCSVOutput::writeInPlace(Form form) {
-    char *const start = fail() ? nullptr : rdbuf()->room(1 + tqlib::detail::plainNumberRoom);
+    char *const start = fail() ? nullptr : ios::rdbuf()->room(1 + tqlib::detail::plainNumberRoom);
     if (start == nullptr) return false;
     char *const end = form(start + 1);
     if (end == nullptr) return false;
     *start = cTrennzeichen_;
     bool const separator = separatorComesFirst();
     if (!separator) std::memmove(start, start + 1, static_cast<std::size_t>(end - start - 1));
-    rdbuf()->taken(static_cast<std::size_t>(end - start) - (separator ? 0 : 1));
+    ios::rdbuf()->taken(static_cast<std::size_t>(end - start) - (separator ? 0 : 1));
     return true;
 }
 
@@ -165,6 +165,10 @@ TQCSVOutput &TQCSVOutput::operator<<(char const *text) {
 }
 
 TQCSVOutput &TQCSVOutput::operator<<(TQString const &text) {
+    return writeText(text.view());
+}
+
+TQCSVOutput &TQCSVOutput::operator<<(CString const &text) {
     return writeText(text.view());
 }
 

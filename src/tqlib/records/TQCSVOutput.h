@@ -60,9 +60,10 @@ class TQLIB_API TQCSVOutput : public classic::ofstream {
     TQCSVOutput &operator<<(unsigned char value);
 
     /// Write the text as one field, in quotes if that is set: the first form up to its NUL (null is
-    /// empty), the second in its whole length. Throw Failure.
+    /// empty), the others in their whole length. Throw Failure.
     TQCSVOutput &operator<<(char const *text);
     TQCSVOutput &operator<<(TQString const &text);
+    TQCSVOutput &operator<<(CString const &text);
 
     /// Ends the line with a separator and a newline. Throws Failure; the line is not ended then.
     void nextline();

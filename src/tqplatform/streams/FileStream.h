@@ -26,17 +26,25 @@ class FileStream : public Base {
     /// creates the permission bits `protection`. Sets the fail bit if the file can't be opened or
     /// the stream has one already.
     void open(char const *name, int mode = defaultMode, int protection = filebuf::openprot) {
-        if (rdbuf()->open(name, mode, protection) == nullptr) this->state_ |= ios::failbit;
+        filebuf *const buffer = rdbuf();
+        if (buffer == nullptr || buffer->open(name, mode, protection) == nullptr)
+            this->state_ |= ios::failbit;
     }
 
     /// Writes what is left and closes the file. Sets the fail bit if no file was open or something
     /// couldn't be written, and otherwise leaves the stream good.
-    void close() { this->clear(rdbuf()->close() != nullptr ? ios::goodbit : ios::failbit); }
+    void close() {
+        filebuf *const buffer = rdbuf();
+        bool const closed = buffer != nullptr && buffer->close() != nullptr;
+        this->clear(closed ? ios::goodbit : ios::failbit);
+    }
 
-    bool is_open() const { return rdbuf()->is_open(); }
+    /// True while a file is open.
+    bool is_open() const { return rdbuf() != nullptr && rdbuf()->is_open(); }
 
-    /// The file's buffer; it stays the stream's.
-    filebuf *rdbuf() const { return static_cast<filebuf *>(ios::rdbuf()); }
+    /// The file's buffer; it stays the stream's. Null if the stream was assigned one on another
+    /// kind of buffer.
+    filebuf *rdbuf() const { return dynamic_cast<filebuf *>(ios::rdbuf()); }
 };
 
 }  // namespace classic

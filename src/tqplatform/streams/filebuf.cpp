@@ -86,6 +86,7 @@ bool filebuf::fill() {
     next_ = block_.get();
     readEnd_ = next_ + kept;
     ssize_t const got = tqplatform::readFile(descriptor_, readEnd_, blockSize - kept);
+    readFailed_ = got < 0;
     if (got <= 0) return false;
     readEnd_ += got;
     offset_ += got;
@@ -127,7 +128,9 @@ streampos filebuf::seekoff(streamoff distance, int origin) {
     streamoff const pending = write_ == nullptr ? 0 : write_ - block_.get();
     if (origin == SEEK_CUR) {
         streamoff const here = offset_ - ahead + pending;
-        return distance == 0 ? here : seekpos(here + distance);
+        streampos target = 0;
+        if (distance == 0) return here;
+        return __builtin_add_overflow(here, distance, &target) ? -1 : seekpos(target);
     }
     if (sync() != 0) return -1;
     off_t const moved = systemCalls.seek(descriptor_, distance, origin);

@@ -27,6 +27,7 @@ class TQPLATFORM_API filebuf : public streambuf {
     /// open or something couldn't be written; the file is closed in either case.
     filebuf *close();
 
+    /// True while a file is open.
     bool is_open() const { return descriptor_ >= 0; }
 
     /// The descriptor of the open file, or -1. It stays this buffer's.

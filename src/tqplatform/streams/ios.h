@@ -19,11 +19,11 @@ class TQPLATFORM_API ios {
 
     /// Bits of the mode of opening.
     enum open_mode {
-        in = 1,
-        out = 2,
-        ate = 4,
-        app = 8,
-        trunc = 0x10,
+        in = 1,            ///< read
+        out = 2,           ///< write
+        ate = 4,           ///< begin at the end
+        app = 8,           ///< write at the end
+        trunc = 0x10,      ///< empty the file
         nocreate = 0x20,   ///< the file must exist
         noreplace = 0x40,  ///< the file must not exist
         binary = 0x80      ///< no translation of line ends
@@ -57,6 +57,18 @@ class TQPLATFORM_API ios {
     void clrlock() { locking_ = false; }
     void lock();
     void unlock();
+
+    /// Holds the lock of a stream for as long as it lives.
+    class Lock {
+      public:
+        explicit Lock(ios &stream) : stream_(stream) { stream.lock(); }
+        Lock(Lock const &) = delete;
+        Lock &operator=(Lock const &) = delete;
+        ~Lock() { stream_.unlock(); }
+
+      private:
+        ios &stream_;
+    };
 
   protected:
     static constexpr int failed = failbit | badbit;

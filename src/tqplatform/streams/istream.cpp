@@ -19,21 +19,17 @@ bool istream::ready() {
     return false;
 }
 
-istream &istream::get(char *target, int limit, int delimiter) {
+istream &istream::take(char *target, int limit, char delimiter, bool takeDelimiter) {
     if (target != nullptr && limit > 0) target[0] = '\0';
     if (!ready()) return *this;
     auto const room = static_cast<std::size_t>(std::max(limit - 1, 0));
-    auto const taken = rdbuf()->takeUntil(target, room, static_cast<char>(delimiter), lineRead_);
+    auto const taken = rdbuf()->takeUntil(target, room, delimiter, takeDelimiter);
     count_ = static_cast<int>(taken.count);
     if (target != nullptr && limit > 0) target[taken.count] = '\0';
-    if (taken.end) state_ |= taken.count == 0 ? eofbit | failbit : eofbit;
-    return *this;
-}
-
-istream &istream::getline(char *target, int limit, char delimiter) {
-    lineRead_ = true;
-    get(target, limit, delimiter);
-    lineRead_ = false;
+    if (taken.end) {
+        state_ |= taken.count == 0 ? eofbit | failbit : eofbit;
+        if (rdbuf()->readFailed()) state_ |= badbit;
+    }
     return *this;
 }
 

@@ -14,14 +14,17 @@ class TQPLATFORM_API istream : virtual public ios {
     explicit istream(std::shared_ptr<streambuf> buffer) { init(std::move(buffer)); }
 
     /// Takes at most `limit` - 1 characters, up to `delimiter`, into `target` and ends them with a
-    /// NUL; a null target drops them. The delimiter stays in the stream unless the line-read flag
-    /// is raised; then it is taken and not stored. Meeting the end of the file sets the end-of-file
-    /// bit, and the fail bit as well if nothing was taken. gcount() tells how many characters were
-    /// taken.
-    istream &get(char *target, int limit, int delimiter = '\n');
+    /// NUL; a null target drops them. The delimiter stays in the stream. Meeting the end of the
+    /// file sets the end-of-file bit, and the fail bit as well if nothing was taken; a read error
+    /// sets the bad bit on top. gcount() tells how many characters were taken.
+    istream &get(char *target, int limit, int delimiter = '\n') {
+        return take(target, limit, static_cast<char>(delimiter), false);
+    }
 
-    /// The same with the delimiter taken.
-    istream &getline(char *target, int limit, char delimiter = '\n');
+    /// The line read: the same with the delimiter taken and not stored.
+    istream &getline(char *target, int limit, char delimiter = '\n') {
+        return take(target, limit, delimiter, true);
+    }
 
     /// Takes one character, 0 to 255. At the end of the file the result is -1 and the end-of-file
     /// bit is set.
@@ -48,9 +51,8 @@ class TQPLATFORM_API istream : virtual public ios {
   protected:
     istream() = default;
 
-    bool lineRead_ = false;  ///< get() takes the delimiter
-
   private:
+    istream &take(char *target, int limit, char delimiter, bool takeDelimiter);
     bool ready();
 
     int count_ = 0;

@@ -16,17 +16,17 @@ ostream &putWhole(ostream &stream, Number value) {
 }  // namespace
 
 ostream &ostream::flush() {
-    if (!fail() && rdbuf()->sync() != 0) state_ |= badbit;
+    if (!fail() && (rdbuf() == nullptr || rdbuf()->sync() != 0)) state_ |= badbit;
     return *this;
 }
 
 ostream &ostream::seekp(streampos position) {
-    if (!fail() && rdbuf()->seekpos(position) < 0) state_ |= badbit;
+    if (!fail() && (rdbuf() == nullptr || rdbuf()->seekpos(position) < 0)) state_ |= badbit;
     return *this;
 }
 
 streampos ostream::tellp() {
-    return fail() ? -1 : rdbuf()->seekoff(0, SEEK_CUR);
+    return fail() || rdbuf() == nullptr ? -1 : rdbuf()->seekoff(0, SEEK_CUR);
 }
 
 ostream &ostream::operator<<(char const *text) {

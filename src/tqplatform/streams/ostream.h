@@ -24,7 +24,9 @@ class TQPLATFORM_API ostream : virtual public ios {
         return write({text, static_cast<std::size_t>(count < 0 ? 0 : count)});
     }
     ostream &write(std::string_view text) {
-        if (!fail() && rdbuf()->sputn(text.data(), text.size()) != text.size()) state_ |= badbit;
+        if (!fail() &&
+            (rdbuf() == nullptr || rdbuf()->sputn(text.data(), text.size()) != text.size()))
+            state_ |= badbit;
         return *this;
     }
 
@@ -41,6 +43,7 @@ class TQPLATFORM_API ostream : virtual public ios {
     /// floating-point number as "%g".
     ostream &operator<<(char const *text);
     ostream &operator<<(char c) { return put(c); }
+    ostream &operator<<(unsigned char c) { return put(static_cast<char>(c)); }
     ostream &operator<<(int value) { return *this << static_cast<long>(value); }
     ostream &operator<<(unsigned int value) { return *this << static_cast<unsigned long>(value); }
     ostream &operator<<(long value);

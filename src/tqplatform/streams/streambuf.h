@@ -49,6 +49,9 @@ class TQPLATFORM_API streambuf {
     /// Looks for the delimiter a block at a time.
     Taken takeUntil(char *target, std::size_t limit, char delimiter, bool takeDelimiter);
 
+    /// True if the last read that met an end met an error of the source instead.
+    bool readFailed() const { return readFailed_; }
+
     /// Writes one character; -1 if it can't be taken, otherwise the character, 0 to 255.
     int sputc(int c) {
         char const byte = static_cast<char>(c);
@@ -99,6 +102,7 @@ class TQPLATFORM_API streambuf {
     char *write_ = nullptr;     ///< where the next character written goes
     char *writeEnd_ = nullptr;  ///< end of the room for writing
     bool text_ = false;         ///< CR LF is read as one newline
+    bool readFailed_ = false;   ///< the source gave an error instead of its end
 
   private:
     struct Segment {

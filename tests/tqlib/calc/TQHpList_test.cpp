@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <random>
 #include <vector>
 
@@ -50,6 +51,17 @@ TEST(TQHpList, AgreesWithAVectorAndAnIndex) {
             }
         }
     }
+}
+
+TEST(TQHpList, LetsGoOfWhatItNoLongerHolds) {
+    auto const element = std::make_shared<int>(1);
+    TQHpList<std::shared_ptr<int>> list;
+    for (int i = 0; i < 50; ++i)
+        list.add(element);
+    list.remove();
+    EXPECT_EQ(element.use_count(), 50);
+    list.empty();
+    EXPECT_EQ(element.use_count(), 1);
 }
 
 }  // namespace

@@ -102,6 +102,13 @@ TEST_F(SeparatedReading, TextFields) {
     }
 }
 
+TEST_F(SeparatedReading, AQuoteMayBeTheSeparator) {
+    TQCSVInput file = read("a\"\"\"b", '"');
+    TQString text;
+    EXPECT_EQ((file >> text, text), "a");
+    EXPECT_EQ((file >> text, text), "b");
+}
+
 TEST_F(SeparatedReading, AFailedReadLeavesNumbersAndBlocksAndEmptiesTexts) {
     TQCSVInput file = read("x;\n");
     double number = 7;

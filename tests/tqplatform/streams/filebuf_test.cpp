@@ -81,6 +81,19 @@ TEST_F(FaultyCalls, WhatAFullDiskRefusesGoesOutOnceThereIsRoom) {
     EXPECT_EQ(folder_.read("a"), "first second third");
 }
 
+TEST_F(FaultyCalls, AReadErrorIsNoEndOfTheFile) {
+    classic::ifstream in(folder_.write("a", "abcdef\n").c_str());
+    EXPECT_EQ(in.peek(), 'a');
+    fail(1, EIO);
+    char line[16];
+    in.getline(line, sizeof line);
+    EXPECT_STREQ(line, "abc");
+    EXPECT_TRUE(in.bad());
+    in.clear();
+    in.getline(line, sizeof line);
+    EXPECT_STREQ(line, "def");
+}
+
 TEST_F(FaultyCalls, ClosingReportsWhatCouldNotBeWritten) {
     classic::ofstream out(folder_.file("a").c_str());
     out << "text";
