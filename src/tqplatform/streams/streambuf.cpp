@@ -4,6 +4,8 @@
 
 namespace classic {
 
+streambuf::~streambuf() = default;
+
 // True if the read position stands on CR LF that is to be read as one newline.
 bool streambuf::atCrLf() {
     if (!text_ || *next_ != '\r') return false;

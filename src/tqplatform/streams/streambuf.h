@@ -26,7 +26,7 @@ class TQPLATFORM_API streambuf {
     streambuf() = default;
     streambuf(streambuf const &) = delete;
     streambuf &operator=(streambuf const &) = delete;
-    virtual ~streambuf() = default;
+    virtual ~streambuf();
 
     /// What takeUntil() met.
     struct Taken {
