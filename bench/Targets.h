@@ -1,0 +1,23 @@
+#pragma once
+
+// What the benchmarks are held against.
+
+/// The time that tqlib may take for a job, as a multiple of a peer's in the same run.
+struct Target {
+    char const *job;
+    char const *peer;
+    double atMost;
+    double bestSeen;  ///< the best ratio measured so far; 0 if none is on record
+};
+
+inline constexpr Target targets[] = {
+    {"csv read", "fast-cpp-csv-parser", 0.45, 0.32},
+    {"csv read", "sscanf", 0.10, 0.07},
+    {"csv write", "to_chars", 0.55, 0.38},
+    {"calculate", "muparser", 0.008, 0.004},
+    {"append", "std::string", 1.0, 0.36},
+    {"join", "std::string", 0.8, 0.2},
+    {"tokens", "strtok_r", 1.0, 0.28},
+    {"wildcards", "fnmatch", 0.6, 0.25},
+    {"short numbers", "strtod", 0.5, 0.0},
+};

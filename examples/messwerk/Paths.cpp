@@ -1,0 +1,36 @@
+#include "Paths.h"
+
+#include <sys/stat.h>
+
+namespace messwerk {
+namespace {
+
+bool isSame(struct stat const &one, struct stat const &other) {
+    return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
+}
+
+}  // namespace
+
+std::string libraryPath(std::string const &path) {
+    return path.find('/') == std::string::npos ? "./" + path : path;
+}
+
+bool isSameFile(std::string const &path, std::string const &other) {
+    struct stat one {
+    }, two{};
+    return stat(path.c_str(), &one) == 0 && stat(other.c_str(), &two) == 0 &&
+           S_ISREG(one.st_mode) && isSame(one, two);
+}
+
+bool isDescriptor(std::string const &path, int descriptor) {
+    struct stat one {
+    }, two{};
+    return stat(path.c_str(), &one) == 0 && fstat(descriptor, &two) == 0 && isSame(one, two);
+}
+
+bool isOrdinaryFile(std::string const &path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+}  // namespace messwerk

@@ -1,0 +1,37 @@
+#pragma once
+
+// The file of results: a line of names, then the rows.
+
+#include <string>
+#include <vector>
+
+#include "Column.h"
+#include "Options.h"
+#include "SafeFile.h"
+
+namespace messwerk {
+
+/// Writes the result. All but the destructor throw RunError when the file can't take it; the file
+/// that was there before stays as it was unless finish() succeeds.
+class ResultFile {
+  public:
+    /// Opens the output and writes the names of the columns.
+    explicit ResultFile(Options const &options);
+
+    /// Writes `row`, which has a cell for each of resultColumns(options).
+    void write(Row const &row);
+
+    /// Closes the file and puts it in its place.
+    void finish();
+
+  private:
+    template <typename WriteField>
+    void writeLine(WriteField writeField);
+
+    std::vector<Column> columns_;
+    std::string path_;
+    SafeFile place_;
+    TQCSVOutput file_;
+};
+
+}  // namespace messwerk

@@ -1,0 +1,114 @@
+// messwerk: reads a separated file of measurements, checks every number, adds computed columns,
+// writes the result and sums it up. It shows an application on the library's record classes and
+// its calculator, and what such an application has to see to itself.
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <clocale>
+#include <cstdio>
+#include <exception>
+#include <optional>
+#include <string>
+
+#include "Errors.h"
+#include "Expressions.h"
+#include "Options.h"
+#include "Paths.h"
+#include "Progress.h"
+#include "ResultFile.h"
+#include "RowReader.h"
+#include "Summary.h"
+#include "Words.h"
+
+namespace messwerk {
+namespace {
+
+enum ExitCode { done = 0, failed = 1, wrongUsage = 2 };
+
+// The library never sets the locale; its conversions go by the one in force.
+void takeLocale() {
+    if (std::setlocale(LC_NUMERIC, "") != nullptr) return;
+    std::fputs("messwerk: the locale of the environment isn't installed; numbers have a point\n",
+               stderr);
+}
+
+void checkPlaces(Options const &options) {
+    std::string const output = quoted(options.output);
+    if (isSameFile(options.input, options.output))
+        throw RunError("the result can't go to the file it is read from, " + output);
+    for (int const descriptor : {STDOUT_FILENO, STDERR_FILENO})
+        if (isOrdinaryFile(options.output) && isDescriptor(options.output, descriptor))
+            throw RunError("the messages of this run go to " + output +
+                           " as well; name another file with -o");
+}
+
+// Where the rows go to standard output the summary leaves it to them.
+std::FILE *summaryStream(Options const &options) {
+    return isDescriptor(options.output, STDOUT_FILENO) ? stderr : stdout;
+}
+
+void print(Summary const &summary, std::FILE *out, long blankLines) {
+    summary.print(out, blankLines);
+    if (std::fflush(out) != 0 || std::ferror(out) != 0)
+        throw systemError("can't write the summary", errno);
+}
+
+void run(Options const &options) {
+    checkPlaces(options);
+    Row row(resultColumns(options).size());
+    RowReader reader(options, row);
+    Expressions expressions(options, row);
+    ResultFile result(options);
+    Summary summary(options);
+    {
+        Progress progress;
+        while (reader.fetch()) {
+            std::optional<std::string> refusal = reader.readRow();
+            if (!refusal) refusal = expressions.evaluate();
+            if (refusal) {
+                summary.refuse(reader.lineNumber(), *refusal);
+            } else {
+                result.write(row);
+                summary.add(row);
+            }
+            if (progress.isDue()) progress.show(summary.rows(), reader.partRead());
+        }
+    }
+    result.finish();
+    print(summary, summaryStream(options), reader.blankLines());
+}
+
+void printHelp() {
+    std::fputs(helpText, stdout);
+    if (std::fflush(stdout) != 0) throw systemError("can't write the help", errno);
+}
+
+ExitCode report(std::exception const &error, ExitCode code) {
+    std::fprintf(stderr, "messwerk: %s\n", error.what());
+    if (code == wrongUsage) std::fputs("messwerk -h tells how it is used\n", stderr);
+    return code;
+}
+
+ExitCode start(int argc, char **argv) {
+    try {
+        takeLocale();
+        Options const options = readOptions(argc, argv);
+        if (options.help)
+            printHelp();
+        else
+            run(options);
+        return done;
+    } catch (UsageError const &error) {
+        return report(error, wrongUsage);
+    } catch (std::exception const &error) {
+        return report(error, failed);
+    }
+}
+
+}  // namespace
+}  // namespace messwerk
+
+int main(int argc, char **argv) {
+    return messwerk::start(argc, argv);
+}
