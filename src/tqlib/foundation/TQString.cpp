@@ -201,7 +201,11 @@ int TQString::GetToken(TQString &token, int start, TQString const &separators, i
     char const *const first = text + std::clamp(start, 0, GetLength());
     auto const [stop, next] = findTokenEnd(first, end, separators.view(), skip != 0);
     int const result = stop == end ? -1 : static_cast<int>(next - text);
-    token.assign({first, static_cast<std::size_t>(stop - first)});
+    auto const length = static_cast<std::size_t>(stop - first);
+    if (length <= shortSize && static_cast<std::size_t>(end - first) >= shortSize)
+        token.assignShort(first, length);
+    else
+        token.assign({first, length});
     return result;
 }
 

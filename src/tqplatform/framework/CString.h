@@ -5,6 +5,7 @@
 
 #include <compare>
 #include <concepts>
+#include <cstring>
 #include <istream>
 #include <ostream>
 #include <string>
@@ -184,6 +185,18 @@ class TQPLATFORM_API CString {
   protected:
     /// Replaces the text by `text`, which may be a part of it.
     void assign(std::string_view text);
+
+    /// The most characters that assignShort() takes.
+    static constexpr std::size_t shortSize = 16;
+
+    /// Replaces the text by the `length` characters at `text`, at most shortSize of them, where
+    /// shortSize characters can be read. They may be a part of this text.
+    void assignShort(char const *text, std::size_t length) {
+        static_assert(shortSize <= smallCapacity);
+        std::memmove(text_, text, shortSize);
+        length_ = length;
+        text_[length] = '\0';
+    }
 
     /// Appends `text`, which may be a part of this text.
     void append(std::string_view text);
