@@ -14,12 +14,34 @@
 
 namespace {
 
+using tqlib::detail::BlockwiseDigits;
+
+/// A text in a block of exactly its size, so that a read beyond it is seen, and in one with the
+/// bytes behind it that reading by blocks may look at.
+struct Texts {
+    explicit Texts(std::string const &text)
+        : exact(text.c_str(), text.c_str() + std::strlen(text.c_str()) + 1), padded(exact) {
+        padded.resize(exact.size() + BlockwiseDigits::padding, '9');
+    }
+
+    std::vector<char> exact;
+    std::vector<char> padded;
+};
+
 template <typename Number>
-void agreesWithTheRuntime(char const *text, char const *format) {
+void agreesWithTheRuntime(Texts const &texts, char const *format) {
     Number library{7}, model{7};
-    int const libraryResult = tqlib::detail::scanNumber(text, library);
-    int const modelResult = std::sscanf(text, format, &model);
+    int const libraryResult = tqlib::detail::scanNumber(texts.exact.data(), library);
+    int const modelResult = std::sscanf(texts.exact.data(), format, &model);
     expectSame(format, libraryResult, modelResult);
+    expectSame(format, library, model);
+
+    char const *start = texts.padded.data();
+    while (tqlib::detail::isWhiteSpace(*start))
+        ++start;
+    char const point = tqlib::detail::decimalPoint();
+    if (tqlib::detail::readPlainNumber<BlockwiseDigits>(start, point, library) == nullptr) return;
+    expectSame(format, 1, modelResult);
     expectSame(format, library, model);
 }
 
@@ -28,14 +50,12 @@ void agreesWithTheRuntime(char const *text, char const *format) {
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size) {
     Input input(data, size);
     NumberLocale const locale(input.take() == ',');
-    std::string const rest = input.rest();
-    // A block of exactly this size, so that a read beyond the text is seen.
-    std::vector<char> const text(rest.c_str(), rest.c_str() + std::strlen(rest.c_str()) + 1);
-    agreesWithTheRuntime<double>(text.data(), "%lf");
-    agreesWithTheRuntime<float>(text.data(), "%f");
-    agreesWithTheRuntime<long>(text.data(), "%ld");
-    agreesWithTheRuntime<int>(text.data(), "%d");
-    agreesWithTheRuntime<unsigned long>(text.data(), "%lu");
-    agreesWithTheRuntime<unsigned int>(text.data(), "%u");
+    Texts const texts(input.rest());
+    agreesWithTheRuntime<double>(texts, "%lf");
+    agreesWithTheRuntime<float>(texts, "%f");
+    agreesWithTheRuntime<long>(texts, "%ld");
+    agreesWithTheRuntime<int>(texts, "%d");
+    agreesWithTheRuntime<unsigned long>(texts, "%lu");
+    agreesWithTheRuntime<unsigned int>(texts, "%u");
     return 0;
 }

@@ -29,7 +29,7 @@ Expressions::Expressions(Options const &options, Row &row) {
         calculator_.addVariable(savedRegisters[i], &registers_[i]);
 
     std::size_t cell = options.columns.size();
-    for (Formula const &formula : options.formulas)  // the stack is as the row before left it
+    for (Formula const &formula : options.formulas)  // the stack lasts beyond a calculation
         results_.push_back({formula.name, "CLEAR " + formula.text, &row[cell++].number});
 }
 

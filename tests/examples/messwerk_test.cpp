@@ -159,6 +159,7 @@ TEST_F(Messwerk, LeavesOutRowsWithAFaultAndSaysWhy) {
     for (auto const &[line, result] : rows) {
         ASSERT_EQ(runOn("7;8;y\n" + line + "\n7;8;y\n", "a,b,t:text", {"-x", "q = a b /"}), 0);
         Words const written = split(folder_.read("out.csv"), '\n');
+        ASSERT_GE(written.size(), 3u) << line;
         bool const refused = written.size() == 3;
         EXPECT_EQ(refused ? "  line 2: " + result + "\n" : result + "\n",
                   refused ? out_.substr(out_.rfind('\n', out_.size() - 2) + 1) : written[2] + "\n")

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 
@@ -47,6 +48,7 @@ filebuf *filebuf::open(char const *name, int mode, int protection) {
     if (descriptor < 0) return nullptr;
     if (isFolder(descriptor)) {
         systemCalls.close(descriptor);
+        errno = EISDIR;
         return nullptr;
     }
     descriptor_ = descriptor;
