@@ -48,7 +48,7 @@ bool RatioReporter::ReportContext(Context const &context) {
 void RatioReporter::ReportRuns(std::vector<Run> const &runs) {
     for (Run const &run : runs)
         if (run.run_type == Run::RT_Iteration)
-            seconds_[run.run_name.function_name].push_back(run.real_accumulated_time /
+            seconds_[run.run_name.function_name].push_back(run.cpu_accumulated_time /
                                                            static_cast<double>(run.iterations));
 }
 

@@ -88,7 +88,7 @@ struct BytewiseDigits {
 /// Reads the digits at the start of a text, behind whose NUL at least seven more bytes can be read,
 /// eight at a time.
 struct BlockwiseDigits {
-    static constexpr std::size_t padding = 8;
+    static constexpr int padding = 8;
 
     [[gnu::always_inline]] static DigitRun read(char const *text) {
         DigitRun const run = readBlock(text);

@@ -3,8 +3,6 @@
 #include <cstring>
 #include <memory>
 
-#include "tqlib/foundation/ScanNumber.h"
-
 namespace tqlib::detail {
 
 /// The block that holds a reader's current line; copies of a reader share it.
@@ -13,13 +11,16 @@ class LineBuffer {
     /// Bytes of the block: a line has at most one character less, for the NUL.
     static constexpr int size = 9192;
 
+    /// Bytes behind the block that may be read, so that digits can be looked at eight at a time.
+    static constexpr int padding = 8;
+
     /// No block.
     LineBuffer() = default;
 
     /// A new block with an empty line.
     static LineBuffer make() {
         LineBuffer buffer;
-        buffer.block_ = std::make_shared<char[]>(size + BlockwiseDigits::padding);
+        buffer.block_ = std::make_shared<char[]>(size + padding);
         return buffer;
     }
 

@@ -22,6 +22,8 @@ constexpr char doubleQuote = '"';
 /// The size reported while no file is open: -1 as an unsigned number of 32 bits.
 constexpr std::uint32_t noFileLength = 0xFFFFFFFF;
 
+static_assert(LineBuffer::padding >= BlockwiseDigits::padding);
+
 /// What an empty number field counts as.
 constexpr std::string_view zeroField = "0";
 

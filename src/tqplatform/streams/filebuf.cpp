@@ -54,6 +54,7 @@ filebuf *filebuf::open(char const *name, int mode, int protection) {
     descriptor_ = descriptor;
     readable_ = (mode & ios::in) != 0;
     writable_ = (mode & (ios::out | ios::app)) != 0;
+    appending_ = (mode & ios::app) != 0;
     text_ = (mode & ios::binary) == 0;
     offset_ = 0;
     if ((mode & (ios::ate | ios::app)) != 0) seekoff(0, SEEK_END);
@@ -97,7 +98,9 @@ bool filebuf::fill() {
 
 bool filebuf::drain() {
     if (!is_open() || !writable_) return false;
-    if (next_ != nullptr) {  // from reading to writing: go back to where the reader stands
+    if (write_ == nullptr && appending_) {
+        if (seekoff(0, SEEK_END) < 0) return false;
+    } else if (next_ != nullptr) {  // from reading to writing: go back to where the reader stands
         if (seekpos(seekoff(0, SEEK_CUR)) < 0) return false;
     }
     if (write_ != nullptr) {
@@ -138,7 +141,7 @@ streampos filebuf::seekoff(streamoff distance, int origin) {
     off_t const moved = systemCalls.seek(descriptor_, distance, origin);
     if (moved < 0) return -1;
     offset_ = moved;
-    next_ = readEnd_ = nullptr;
+    next_ = readEnd_ = write_ = writeEnd_ = nullptr;
     return moved;
 }
 

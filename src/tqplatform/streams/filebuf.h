@@ -49,6 +49,7 @@ class TQPLATFORM_API filebuf : public streambuf {
     int descriptor_ = -1;
     bool readable_ = false;
     bool writable_ = false;
+    bool appending_ = false;         ///< everything written goes to the end
     streamoff offset_ = 0;           ///< the system's offset in the file
     std::unique_ptr<char[]> block_;  ///< made at the first transfer
 };
