@@ -99,7 +99,7 @@ bool filebuf::fill() {
 bool filebuf::drain() {
     if (!is_open() || !writable_) return false;
     if (write_ == nullptr && appending_) {
-        if (seekoff(0, SEEK_END) < 0) return false;
+        if (seekoff(0, SEEK_END) < 0 && errno != ESPIPE) return false;
     } else if (next_ != nullptr) {  // from reading to writing: go back to where the reader stands
         if (seekpos(seekoff(0, SEEK_CUR)) < 0) return false;
     }

@@ -91,7 +91,7 @@ streambuf::Segment streambuf::nextSegment(std::size_t room, char delimiter) {
 streambuf::Taken streambuf::takeTranslated(char *target, std::size_t limit, char delimiter,
                                            bool takeDelimiter) {
     Taken taken;
-    for (;;) {
+    while (taken.count < limit || takeDelimiter) {
         int const c = sgetc();
         taken.end = c < 0;
         taken.delimiter = c == static_cast<unsigned char>(delimiter);
@@ -101,6 +101,7 @@ streambuf::Taken streambuf::takeTranslated(char *target, std::size_t limit, char
         ++taken.count;
         sbumpc();
     }
+    return taken;
 }
 
 }  // namespace classic
