@@ -136,7 +136,8 @@ class Readers {
 
     void close(Input & /*script*/) {
         here().library.close();
-        here().model.state = std::exchange(here().file->readable, false) ? 0 : 2;
+        int &state = here().model.state;
+        state = (state & 6) | (std::exchange(here().file->readable, false) ? 0 : 2);
         expectSameState();
     }
 

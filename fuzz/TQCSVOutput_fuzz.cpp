@@ -200,7 +200,8 @@ class Writers {
 
     void close(Input & /*script*/) {
         here().library.close();
-        here().model.state = std::exchange(here().model.target->open, false) ? 0 : 2;
+        int &state = here().model.state;
+        state = (state & 6) | (std::exchange(here().model.target->open, false) ? 0 : 2);
         expectSameState();
         expectSameContent();
     }

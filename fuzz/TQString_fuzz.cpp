@@ -249,25 +249,25 @@ class Edits {
         models_[other()].clear();
     }
     void join(Input & /*script*/) {
-        library() = TQString(libraries_[other()] + library());
+        library() = libraries_[other()] + library();
         model() = models_[other()] + model();
         cut();
     }
     void left(Input &script) {
         int const count = takeCount(script);
-        library() = TQString(library().Left(count));
+        library() = library().Left(count);
         model() = model().substr(0, atLeastZero(count));
     }
     void right(Input &script) {
         int const count = takeCount(script);
-        library() = TQString(library().Right(count));
+        library() = library().Right(count);
         model() = model().substr(model().size() - std::min(model().size(), atLeastZero(count)));
     }
     void mid(Input &script) {
         int const first = takeCount(script);
         int const count = takeCount(script);
         bool const toEnd = count == 7;
-        library() = TQString(toEnd ? library().Mid(first) : library().Mid(first, count));
+        library() = toEnd ? library().Mid(first) : library().Mid(first, count);
         model() = model().substr(std::min(model().size(), atLeastZero(first)),
                                  toEnd ? std::string::npos : atLeastZero(count));
     }
@@ -384,7 +384,7 @@ class Edits {
     void cut() {
         if (model().size() <= longest) return;
         model().resize(longest);
-        library() = TQString(library().Left(longest));
+        library() = library().Left(longest);
     }
     void endAtNul() { model() = std::string(model().c_str()); }
 

@@ -60,7 +60,7 @@ class StreamModel {
     }
 
     void close() {
-        state = isOpen ? ios::goodbit : ios::failbit;
+        state = (state & (ios::failbit | ios::badbit)) | (isOpen ? ios::goodbit : ios::failbit);
         isOpen = writable_ = file.readable = false;
     }
 

@@ -41,11 +41,23 @@ class TQLIB_API TQString : public CString {
     /// The string resource `id`; empty if there is none.
     TQString(unsigned int id);
 
+    /// Not to be had: a single character would count as the number of a resource.
+    template <std::same_as<char> Character>
+    TQString(Character c) = delete;
+
     /// The string resource `id`, or nothing if there is none, directly followed by `number`.
     TQString(unsigned int id, int number);
 
     TQString &operator=(TQString const &) = default;
     TQString &operator=(TQString &&) noexcept = default;
+    TQString &operator=(CString const &text) {
+        CString::operator=(text);
+        return *this;
+    }
+    TQString &operator=(CString &&text) noexcept {
+        CString::operator=(static_cast<CString &&>(text));
+        return *this;
+    }
     TQString &operator=(char const *text) {
         CString::operator=(text);
         return *this;

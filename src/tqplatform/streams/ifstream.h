@@ -6,7 +6,7 @@
 namespace classic {
 
 /// Reads a file, in text mode unless the mode says ios::binary. Never creates the file.
-class TQPLATFORM_API ifstream : public FileStream<istream, ios::in> {
+class TQPLATFORM_API ifstream : public FileStream<istream, ios::in, ios::in> {
   public:
     using FileStream::FileStream;
 };

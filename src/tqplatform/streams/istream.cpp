@@ -1,6 +1,5 @@
 #include "tqplatform/streams/istream.h"
 
-#include <algorithm>
 #include <cstdio>
 
 namespace classic {
@@ -19,24 +18,26 @@ bool istream::ready() {
     return false;
 }
 
+// Sets the end-of-file bit and `more`, and the bad bit if the end is an error.
+void istream::setEnd(int more) {
+    state_ |= eofbit | more | (rdbuf()->readFailed() ? badbit : goodbit);
+}
+
 istream &istream::take(char *target, int limit, char delimiter, bool takeDelimiter) {
     if (target != nullptr && limit > 0) target[0] = '\0';
     if (!ready()) return *this;
-    auto const room = static_cast<std::size_t>(std::max(limit - 1, 0));
+    auto const room = static_cast<std::size_t>(limit > 1 ? limit - 1 : 0);
     auto const taken = rdbuf()->takeUntil(target, room, delimiter, takeDelimiter);
     count_ = static_cast<int>(taken.count);
     if (target != nullptr && limit > 0) target[taken.count] = '\0';
-    if (taken.end) {
-        state_ |= taken.count == 0 ? eofbit | failbit : eofbit;
-        if (rdbuf()->readFailed()) state_ |= badbit;
-    }
+    if (taken.end) setEnd(taken.count == 0 ? failbit : goodbit);
     return *this;
 }
 
 int istream::get() {
     if (!ready()) return -1;
     int const c = rdbuf()->sbumpc();
-    if (c < 0) state_ |= eofbit;
+    if (c < 0) setEnd(goodbit);
     count_ = c < 0 ? 0 : 1;
     return c;
 }
@@ -69,7 +70,7 @@ istream &istream::operator>>(char *target) {
         c = rdbuf()->sgetc();
     }
     target[length] = '\0';
-    if (c < 0) state_ |= eofbit;
+    if (c < 0) setEnd(goodbit);
     if (length == 0) state_ |= failbit;
     return *this;
 }

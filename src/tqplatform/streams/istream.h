@@ -54,6 +54,7 @@ class TQPLATFORM_API istream : virtual public ios {
   private:
     istream &take(char *target, int limit, char delimiter, bool takeDelimiter);
     bool ready();
+    void setEnd(int more);
 
     int count_ = 0;
 };

@@ -6,7 +6,7 @@
 namespace classic {
 
 /// Writes a file, which is created, or emptied if it exists, unless the mode says otherwise.
-class TQPLATFORM_API ofstream : public FileStream<ostream, ios::out> {
+class TQPLATFORM_API ofstream : public FileStream<ostream, ios::out, ios::out> {
   public:
     using FileStream::FileStream;
 };

@@ -33,11 +33,11 @@ ostream &ostream::operator<<(char const *text) {
     return text == nullptr ? *this : write(std::string_view(text));
 }
 
-ostream &ostream::operator<<(long value) {
+ostream &ostream::operator<<(long long value) {
     return putWhole(*this, value);
 }
 
-ostream &ostream::operator<<(unsigned long value) {
+ostream &ostream::operator<<(unsigned long long value) {
     return putWhole(*this, value);
 }
 

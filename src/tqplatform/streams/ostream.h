@@ -46,8 +46,12 @@ class TQPLATFORM_API ostream : virtual public ios {
     ostream &operator<<(unsigned char c) { return put(static_cast<char>(c)); }
     ostream &operator<<(int value) { return *this << static_cast<long>(value); }
     ostream &operator<<(unsigned int value) { return *this << static_cast<unsigned long>(value); }
-    ostream &operator<<(long value);
-    ostream &operator<<(unsigned long value);
+    ostream &operator<<(long value) { return *this << static_cast<long long>(value); }
+    ostream &operator<<(unsigned long value) {
+        return *this << static_cast<unsigned long long>(value);
+    }
+    ostream &operator<<(long long value);
+    ostream &operator<<(unsigned long long value);
     ostream &operator<<(double value);
 
     /// Applies a manipulator such as endl.

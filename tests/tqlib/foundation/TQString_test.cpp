@@ -122,6 +122,15 @@ TEST(TQString, MatchStaysFastOnManyStars) {
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
 }
 
+TEST(TQString, TakesWhatCStringOperationsGive) {
+    CString const base = "abc";
+    TQString text;
+    text = base;
+    text = text + "d";
+    text = text.Mid(1, 2);
+    EXPECT_EQ(text, "bc");
+}
+
 TEST(TQString, EditsSingleCharacters) {
     TQString text = "a-b-c";
     EXPECT_EQ(text.CountChar('-'), 2);

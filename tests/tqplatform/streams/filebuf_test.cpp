@@ -103,6 +103,15 @@ TEST_F(FaultyCalls, ClosingReportsWhatCouldNotBeWritten) {
     EXPECT_FALSE(out.is_open());
 }
 
+TEST_F(FaultyCalls, ClosingKeepsTheFailureOfAWrite) {
+    classic::ofstream out(folder_.file("a").c_str());
+    fail(1, ENOSPC);
+    std::string const text(100000, 'x');
+    out.write(text);
+    out.close();
+    EXPECT_TRUE(out.bad());
+}
+
 TEST_F(FaultyCalls, APutOnAFullBlockFailsAndStopsAtWhatFits) {
     classic::ofstream out(folder_.file("a").c_str());
     std::string const block(65536, 'x');
