@@ -21,14 +21,11 @@ LineReader::LineReader(std::string const &path, char separator)
 
 LineReader::Piece LineReader::takePiece() {
     std::int64_t const before = file_.tellg();
-    errno = 0;
     file_.nextline();
-    int const reason = errno == EINTR ? 0 : errno;  // interrupted reads are tried again
-    Piece const piece{file_.tellg() - before, file_.gcount(),
-                      static_cast<std::int64_t>(std::strlen(file_.currentLine()))};
     // To the reader a file that can't be read any further ends here, as any file does.
-    if (piece.taken == piece.content && reason != 0) throw readError(reason);
-    return piece;
+    if (file_.rdbuf()->readFailed()) throw readError(errno);
+    return {file_.tellg() - before, file_.gcount(),
+            static_cast<std::int64_t>(std::strlen(file_.currentLine()))};
 }
 
 // A whole line takes its line end from the file as well, unless it is the last one.

@@ -9,6 +9,7 @@ class TQException {
     /// The type alone is the information.
     class TQLIB_API EMPTY_LIST {};
 
+    /// An exception scope has no state.
     TQException() = default;
     TQException(TQException const &) = default;
 

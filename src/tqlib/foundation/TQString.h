@@ -96,7 +96,7 @@ class TQLIB_API TQString : public CString {
     /// The step of Match() for one `*`, on which `pattern` stands: moves `pattern` behind it and
     /// `text` to the first place from which the rest of the pattern fits the rest of the text. At
     /// the end of the pattern that is the end of the text. The result is false, with `text` at its
-    /// end, if there is no such place.
+    /// end, if there is no such place. Neither may be null.
     static bool Scan(char *&pattern, char *&text);
 
     /// True if this whole text fits `pattern`; to find a part put a `*` on either side.
@@ -130,7 +130,8 @@ class TQLIB_API TQString : public CString {
 
     /// Replaces this text by `value` as a mantissa with two places, "E" and the decimal exponent:
     /// 1234.5 gives 1.23E3. The mantissa isn't normalised after rounding: 999.999 gives 10.00E2. A
-    /// value that isn't finite gives infE0, -infE0 or nanE0. Always 1.
+    /// value that isn't finite gives infE0, -infE0 or nanE0, and one below 1E-323, whose power
+    /// of ten is 0, infE-324. Always 1.
     int DoubleFormat(double value);
 
     /// Replaces this text by the string resource "Ja" for a value other than 0, else by "Nein".

@@ -28,7 +28,7 @@ static_assert(LineBuffer::padding >= BlockwiseDigits::padding);
 constexpr std::string_view zeroField = "0";
 
 /// Characters that a plain number is made of, but for the decimal point.
-constexpr std::string_view numberCharacters = "0123456789+-eE";
+constexpr std::string_view numberCharacters = "0123456789+-eExX";
 
 /// The type that sscanf converts to: the short types take the low bits of an int.
 template <typename Number>
@@ -177,6 +177,27 @@ template <typename Value>
     return true;
 }
 
+// Reads a number as readInPlace() does if a short one is all that the field has.
+template <typename Value>
+[[gnu::always_inline]] inline bool TQCSVInput::readShort(Value &value) {
+    if (std::is_same_v<Value, float>) return false;
+    char point = '\0';
+    if constexpr (std::is_floating_point_v<Value>) {
+        point = tqlib::detail::decimalPoint();
+        if (point == '\0') return false;
+    }
+    char const separator = cTrennzeichen_;
+    char *start = position_;
+    if (!plainSeparator_ || start == nullptr || point == separator) return false;
+    if (*start == separator) [[likely]]
+        ++start;
+    char const *const behind = tqlib::detail::readShortNumber(start, point, separator, value);
+    if (behind == nullptr) return false;
+    position_ = start + (behind - start);
+    ++fieldNo_;
+    return true;
+}
+
 // Reads the number out of the gathered field.
 template <typename Value>
 void TQCSVInput::readGathered(Value &value) {
@@ -186,9 +207,17 @@ void TQCSVInput::readGathered(Value &value) {
 }
 
 template <typename Number>
-TQCSVInput &TQCSVInput::readNumber(Number *target) {
+[[gnu::noinline]] TQCSVInput &TQCSVInput::readAnyNumber(Number *target) {
     typename Converted<Number>::Type value{};
     if (!readInPlace(value)) readGathered(value);
+    *target = static_cast<Number>(value);
+    return *this;
+}
+
+template <typename Number>
+TQCSVInput &TQCSVInput::readNumber(Number *target) {
+    typename Converted<Number>::Type value{};
+    if (!readShort(value)) return readAnyNumber(target);
     *target = static_cast<Number>(value);
     return *this;
 }

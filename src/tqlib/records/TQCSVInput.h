@@ -105,8 +105,12 @@ class TQLIB_API TQCSVInput : public classic::ifstream {
   private:
     template <typename Number>
     TQLIB_INTERNAL TQCSVInput &readNumber(Number *target);
+    template <typename Number>
+    TQLIB_INTERNAL TQCSVInput &readAnyNumber(Number *target);
     template <typename Text>
     TQLIB_INTERNAL TQCSVInput &readText(Text &target);
+    template <typename Value>
+    TQLIB_INTERNAL bool readShort(Value &value);
     template <typename Value>
     TQLIB_INTERNAL bool readInPlace(Value &value);
     template <typename Value>

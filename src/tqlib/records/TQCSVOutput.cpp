@@ -63,12 +63,13 @@ void TQCSVOutput::check() const {
     if (fail()) throw Failure();
 }
 
-bool TQCSVOutput::separatorComesFirst() {
-    return std::exchange(firstField_, 0) == 0 && separated_ != 0;
+bool TQCSVOutput::separatorIsDue() const {
+    return firstField_ == 0 && separated_ != 0;
 }
 
 void TQCSVOutput::startField() {
-    if (separatorComesFirst()) put(cTrennzeichen_);
+    if (separatorIsDue()) put(cTrennzeichen_);
+    firstField_ = 0;
 }
 
 // Forms a field where it is going to be written. `form` gets the place for the text and gives the
@@ -77,24 +78,32 @@ template <typename Form>
 bool TQCSVOutput::writeInPlace(Form form) {
     char *const start = fail() ? nullptr : ios::rdbuf()->room(1 + tqlib::detail::plainNumberRoom);
     if (start == nullptr) return false;
-    char *const end = form(start + 1);
-    if (end == nullptr) return false;
     *start = cTrennzeichen_;
-    bool const separator = separatorComesFirst();
-    if (!separator) std::memmove(start, start + 1, static_cast<std::size_t>(end - start - 1));
-    ios::rdbuf()->taken(static_cast<std::size_t>(end - start) - (separator ? 0 : 1));
+    char *const end = form(start + (separatorIsDue() ? 1 : 0));
+    if (end == nullptr) return false;
+    firstField_ = 0;
+    ios::rdbuf()->taken(static_cast<std::size_t>(end - start));
     return true;
+}
+
+TQCSVOutput &TQCSVOutput::writeField(std::string_view text) {
+    startField();
+    write(text);
+    check();
+    return *this;
 }
 
 template <typename Whole>
 TQCSVOutput &TQCSVOutput::writeWhole(Whole value) {
     auto const form = [value](char *target) { return tqlib::detail::formatNumber(target, value); };
-    if (writeInPlace(form)) return *this;
-    startField();
+    return writeInPlace(form) ? *this : writeAnyWhole(value);
+}
+
+template <typename Whole>
+[[gnu::noinline]] TQCSVOutput &TQCSVOutput::writeAnyWhole(Whole value) {
     char digits[tqlib::detail::plainNumberRoom];
-    write({digits, static_cast<std::size_t>(form(digits) - digits)});
-    check();
-    return *this;
+    char const *const end = tqlib::detail::formatNumber(digits, value);
+    return writeField({digits, static_cast<std::size_t>(end - digits)});
 }
 
 TQCSVOutput &TQCSVOutput::writeReal(double value) {
@@ -105,12 +114,13 @@ TQCSVOutput &TQCSVOutput::writeReal(double value) {
         return tqlib::detail::formatPlainNumber(target, value, point, trim);
     };
     if (trim && writeInPlace(form)) return *this;
-    startField();
+    return writeAnyReal(value);
+}
+
+[[gnu::noinline]] TQCSVOutput &TQCSVOutput::writeAnyReal(double value) {
     char field[numberFieldSize];
     std::size_t const length = tqlib::detail::formatSixDecimals(field, sizeof field, value);
-    write({field, lengthWithoutZeros({field, length}, cDezimalzeichen_)});
-    check();
-    return *this;
+    return writeField({field, lengthWithoutZeros({field, length}, cDezimalzeichen_)});
 }
 
 TQCSVOutput &TQCSVOutput::operator<<(double value) {

@@ -89,11 +89,15 @@ class TQLIB_API TQCSVOutput : public classic::ofstream {
   private:
     template <typename Whole>
     TQLIB_INTERNAL TQCSVOutput &writeWhole(Whole value);
+    template <typename Whole>
+    TQLIB_INTERNAL TQCSVOutput &writeAnyWhole(Whole value);
     TQLIB_INTERNAL TQCSVOutput &writeReal(double value);
+    TQLIB_INTERNAL TQCSVOutput &writeAnyReal(double value);
+    TQLIB_INTERNAL TQCSVOutput &writeField(std::string_view text);
     TQLIB_INTERNAL TQCSVOutput &writeText(std::string_view text);
     template <typename Form>
     TQLIB_INTERNAL bool writeInPlace(Form form);
-    TQLIB_INTERNAL bool separatorComesFirst();
+    TQLIB_INTERNAL bool separatorIsDue() const;
     TQLIB_INTERNAL void startField();
     TQLIB_INTERNAL void check() const;
 

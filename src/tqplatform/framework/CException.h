@@ -13,5 +13,6 @@ class TQPLATFORM_API CException : public CObject {
 
     CRuntimeClass const *GetRuntimeClass() const override;
 
+    /// The record of this class.
     static CRuntimeClass const classCException;
 };

@@ -39,6 +39,7 @@ class TQPLATFORM_API CFile : public CObject {
 
     CRuntimeClass const *GetRuntimeClass() const override;
 
+    /// The record of this class.
     static CRuntimeClass const classCFile;
 
   private:

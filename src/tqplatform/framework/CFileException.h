@@ -10,6 +10,7 @@ class TQPLATFORM_API CFileException : public CException {
 
     CRuntimeClass const *GetRuntimeClass() const override;
 
+    /// The record of this class.
     static CRuntimeClass const classCFileException;
 
     int const m_lOsError;  ///< the errno value of the refused call

@@ -31,6 +31,7 @@ class TQPLATFORM_API CObject {
     /// True if the object is of `runtimeClass` or of a class derived from it.
     bool IsKindOf(CRuntimeClass const *runtimeClass) const;
 
+    /// The record of this class.
     static CRuntimeClass const classCObject;
 
   protected:

@@ -5,6 +5,7 @@
 
 #include <compare>
 #include <concepts>
+#include <cstdint>
 #include <cstring>
 #include <istream>
 #include <ostream>
@@ -15,8 +16,9 @@
 #include "tqplatform/runtime/Export.h"
 
 /// A text. Indices and lengths are in bytes; a length is at most 2147483646, and a request beyond
-/// that or beyond the memory throws std::bad_alloc and leaves the text as it was. Texts of up to 22
-/// characters need no memory of their own. A null `char const *` counts as the empty text.
+/// that or beyond the memory throws std::bad_alloc and leaves the text as it was; Format() has a
+/// rule of its own. Texts of up to 22 characters need no memory of their own. A null `char const *`
+/// counts as the empty text.
 ///
 ///     CString name = "co2";
 ///     name += ".csv";
@@ -35,6 +37,8 @@ class TQPLATFORM_API CString {
         if (text_ != small_) release();
     }
 
+    /// Replace the text by another one, which may be a part of this text. A text that is moved from
+    /// is empty afterwards.
     CString &operator=(CString const &other) {
         if (this != &other) assign(other.view());
         return *this;
@@ -48,6 +52,7 @@ class TQPLATFORM_API CString {
         return *this;
     }
 
+    /// Append to the text; what is appended may be a part of it.
     CString &operator+=(char c) {
         if (length_ == capacity_) grow(1);
         char *const end = text_ + length_++;  // kept: writing a char may change any member
@@ -70,15 +75,15 @@ class TQPLATFORM_API CString {
     /// The text as a view, NUL characters inside it included; valid until the string changes.
     std::string_view view() const { return {text_, length_}; }
 
+    /// The number of bytes; whether there are none.
     int GetLength() const { return static_cast<int>(length_); }
     bool IsEmpty() const { return length_ == 0; }
 
     /// The character at `index`; NUL for an index outside the text.
     template <std::integral Index>
     char operator[](Index index) const {
-        return std::cmp_greater_equal(index, 0) && std::cmp_less(index, length_)
-                   ? text_[static_cast<std::size_t>(index)]
-                   : '\0';
+        auto const place = static_cast<std::uint64_t>(index);  // huge for a negative index
+        return place < length_ ? text_[static_cast<std::size_t>(place)] : '\0';
     }
 
     /// Makes the text empty and gives its memory back.
@@ -123,13 +128,15 @@ class TQPLATFORM_API CString {
     void MakeLower();
 
     /// Replaces the text by what printf makes of `format` and the arguments, which may point into
-    /// this text. A format that printf refuses gives the empty text.
+    /// this text. A format that printf refuses, such as one with a width beyond what printf counts,
+    /// gives the empty text.
     void Format(char const *format, ...) __attribute__((format(printf, 2, 3)));
 
     /// Replaces the text by the string resource `id` of the module chain, or by nothing if there is
     /// none. The result is 1 or 0 accordingly.
     int LoadStringA(unsigned int id);
 
+    /// One text behind the other.
     friend CString operator+(CString const &left, CString const &right) {
         return concatenate(left.view(), right.view());
     }

@@ -72,6 +72,6 @@ TQPLATFORM_API int AfxInitExtensionModule(AFX_EXTENSION_MODULE &record, HINSTANC
 /// the platform's sake: links are never shared between modules. Does nothing with an unused record.
 TQPLATFORM_API void AfxTermExtensionModule(AFX_EXTENSION_MODULE &record, bool all = false);
 
-/// Registers a class, once, so that objects of it can be read from an archive. The record is
-/// static.
+/// Registers a class, once, so that objects of it can be read from an archive. The record is static
+/// and not null.
 TQPLATFORM_API void AfxClassInit(CRuntimeClass *runtimeClass);

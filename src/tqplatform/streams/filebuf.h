@@ -33,6 +33,7 @@ class TQPLATFORM_API filebuf : public streambuf {
     /// The descriptor of the open file, or -1. It stays this buffer's.
     int fd() const { return descriptor_; }
 
+    /// See streambuf. Each sends out first what was written.
     streampos seekpos(streampos position) override;
     streampos seekoff(streamoff distance, int origin) override;
     int sync() override;

@@ -33,11 +33,15 @@ class TQPLATFORM_API ios {
     ios &operator=(ios const &) = default;
     virtual ~ios();
 
+    /// The state word, and what it says: nothing happened; the end of the file was met; an
+    /// operation failed; the file refused one.
     int rdstate() const { return state_; }
     bool good() const { return state_ == goodbit; }
     bool eof() const { return (state_ & eofbit) != 0; }
     bool fail() const { return (state_ & failed) != 0; }
     bool bad() const { return (state_ & badbit) != 0; }
+
+    /// The opposite of fail(), and fail().
     explicit operator bool() const { return !fail(); }
     bool operator!() const { return fail(); }
 
@@ -55,6 +59,9 @@ class TQPLATFORM_API ios {
     /// of the buffer around direct changes of the state word.
     void setlock() { locking_ = true; }
     void clrlock() { locking_ = false; }
+
+    /// Take the lock of the buffer and give it back; nothing while locking is off or without a
+    /// buffer. One thread may take it several times and gives it back as often.
     void lock();
     void unlock();
 

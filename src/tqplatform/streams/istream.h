@@ -45,7 +45,7 @@ class TQPLATFORM_API istream : virtual public ios {
 
     /// Skips white space, then takes a word, up to the next white space, and ends it with a NUL.
     /// The word is cut at width() - 1 characters if a width is set; the rest stays in the stream.
-    /// Without a word the target becomes empty and the fail bit is set.
+    /// Without a word the target, which isn't null, becomes empty and the fail bit is set.
     istream &operator>>(char *target);
 
   protected:

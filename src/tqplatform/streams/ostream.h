@@ -19,7 +19,7 @@ class TQPLATFORM_API ostream : virtual public ios {
     ostream &put(char c) { return write(&c, 1); }
 
     /// Write `count` characters, or a whole text; set the bad bit if not all are taken. A negative
-    /// count is 0.
+    /// count is 0, and then the text may be null.
     ostream &write(char const *text, int count) {
         return write({text, static_cast<std::size_t>(count < 0 ? 0 : count)});
     }

@@ -91,7 +91,14 @@ streambuf::Segment streambuf::nextSegment(std::size_t room, char delimiter) {
 streambuf::Taken streambuf::takeTranslated(char *target, std::size_t limit, char delimiter,
                                            bool takeDelimiter) {
     Taken taken;
+    auto const stops = [=](char c) { return c == delimiter || c == '\r'; };
     while (taken.count < limit || takeDelimiter) {
+        std::size_t const window =
+            std::min(static_cast<std::size_t>(readEnd_ - next_), limit - taken.count);
+        char *const end = std::find_if(next_, next_ + window, stops);
+        if (target != nullptr) std::copy(next_, end, target + taken.count);
+        taken.count += static_cast<std::size_t>(end - next_);
+        next_ = end;
         int const c = sgetc();
         taken.end = c < 0;
         taken.delimiter = c == static_cast<unsigned char>(delimiter);
