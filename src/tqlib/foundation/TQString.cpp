@@ -55,30 +55,29 @@ class Hits {
         Block hits{};
         for (char const c : set)
             hits |= static_cast<Block>(text == static_cast<unsigned char>(c));
-        std::memcpy(halves_, &hits, sizeof hits);
+        std::uint64_t halves[2];
+        std::memcpy(halves, &hits, sizeof hits);
+        bits_ = gather(halves[0]) | gather(halves[1]) << 8;
     }
 
     /// The first place that is a hit; 16 if there is none.
     std::size_t first() const {
-        int const bits =
-            halves_[0] != 0 ? std::countr_zero(halves_[0]) : 64 + std::countr_zero(halves_[1]);
-        return static_cast<std::size_t>(bits) / 8;
+        return static_cast<std::size_t>(std::countr_zero(bits_ | 1U << sizeof(Block)));
     }
 
     /// The first place behind the hit `place` that is none; 16 if all are.
     std::size_t firstMiss(std::size_t place) const {
-        std::uint64_t const low = ~halves_[0] >> 8 * (place % 8), high = ~halves_[1];
-        if (place >= 8) return runEnd(high >> 8 * (place % 8), place);
-        return low != 0 ? runEnd(low, place) : runEnd(high, 8);
+        return place + static_cast<std::size_t>(std::countr_one(bits_ >> place));
     }
 
   private:
-    static std::size_t runEnd(std::uint64_t misses, std::size_t start) {
-        return std::min(start + static_cast<std::size_t>(std::countr_zero(misses)) / 8,
-                        sizeof(Block));
+    // One bit of each of eight bytes, which are 0xFF or 0: byte i keeps its bit i, and the product
+    // adds them all up in the highest byte.
+    static unsigned gather(std::uint64_t bytes) {
+        return static_cast<unsigned>((bytes & 0x8040201008040201) * 0x0101010101010101 >> 56);
     }
 
-    std::uint64_t halves_[2];  // a byte of 0xFF for each hit
+    unsigned bits_;  // bit i for place i
 };
 
 /// Where a token ends and where the next one begins.
