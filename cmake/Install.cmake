@@ -10,7 +10,7 @@ install(TARGETS tqplatform tqlib EXPORT tqlibTargets
 
 # Headers of internals stay at home, but for those that public headers include.
 set(internal_headers
-  FormatNumber.h LibraryEntry.h Resources.h ScanNumber.h TQHpKeywords.h TQHpOperations.h TQHpToken.h
+  CharacterBlock.h FormatNumber.h LibraryEntry.h Resources.h ScanNumber.h TQHpKeywords.h TQHpOperations.h TQHpToken.h
   TQStringStreams.h VersionBlock.h SystemCalls.h)
 foreach(library IN ITEMS tqplatform tqlib)
   set(excluded)

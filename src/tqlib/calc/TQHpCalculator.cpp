@@ -13,32 +13,38 @@ namespace {
 using tqlib::detail::takeToken;
 using tqlib::detail::TQHpToken;
 
-/// True if `token` in capitals is `name`, behind whose first character we are already.
+/// True if the characters of `token` behind its key, in capitals, are those behind `name`'s.
 bool endsLike(std::string_view token, char const *name) {
-    for (char const c : token.substr(1))
-        if (tqlib::detail::toCapital(c) != *++name) return false;
-    return name[1] == '\0';
+    for (char const c : token.substr(tqlib::detail::keyLength))
+        if (tqlib::detail::toCapital(c) != *name++) return false;
+    return *name == '\0';
 }
 
-/// True if `token` in capitals is `name`.
+/// True if `token`, whose key is in capitals, is `name` in capitals.
 bool isNamed(TQHpToken const &token, char const *name) {
-    return name != nullptr && *name == static_cast<char>(token.key) && endsLike(token.text, name);
+    if (name == nullptr) return false;
+    for (std::uint64_t key = token.key; key != 0; key >>= 8)
+        if (*name++ != static_cast<char>(key)) return false;
+    return token.text.size() <= tqlib::detail::keyLength ? *name == '\0'
+                                                         : endsLike(token.text, name);
 }
 
-/// What atof makes of `token`, behind which a blank or the terminator stands.
-double toNumber(std::string_view token) {
+/// What atof makes of `token`, with the decimal point `point`.
+double toNumber(TQHpToken const &token, char point) {
     double value = 0.0;
-    auto const *const behind = tqlib::detail::readPlainNumber<tqlib::detail::BytewiseDigits>(
-        token.data(), tqlib::detail::decimalPoint(), value);
+    if (token.text.size() <= tqlib::detail::keyLength && point != '\0') {
+        tqlib::detail::PackedText text{token.key};
+        if (tqlib::detail::readShortNumber(text, point, '\0', value)) return value;
+    }
     // The C runtime gets the token alone: it would pass over white space into the next one.
-    return behind != nullptr ? value : std::strtod(std::string(token).c_str(), nullptr);
+    auto const *const behind = tqlib::detail::readPlainNumber<tqlib::detail::BytewiseDigits>(
+        token.text.data(), point, value);
+    return behind != nullptr ? value : std::strtod(std::string(token.text).c_str(), nullptr);
 }
 
 }  // namespace
 
-TQHpCalculator::TQHpCalculator() : registers_{}, error_(0) {
-    stack_.add(0.0);
-}
+TQHpCalculator::TQHpCalculator() : stack_{0.0}, registers_{}, error_(0) {}
 
 // The commands go first: they point at variables.
 TQHpCalculator::~TQHpCalculator() {
@@ -46,20 +52,22 @@ TQHpCalculator::~TQHpCalculator() {
 }
 
 // Keywords come before variables, and variables before numbers.
-[[gnu::always_inline]] inline TQHpBefehl TQHpCalculator::compile(TQHpToken const &token) {
-    int const keyword = tqlib::detail::findKeyword(token);
+[[gnu::always_inline]] inline TQHpBefehl TQHpCalculator::compile(TQHpToken token, char point) {
+    int keyword = tqlib::detail::findKeyword(token);
+    if (keyword < 0 && token.capitalise()) keyword = tqlib::detail::findKeyword(token);
     if (keyword >= 0) return TQHpBefehl(keyword);
     TQHpVariable *const variable =
         variables_.find([&](TQHpVariable const &entry) { return isNamed(token, entry.name); });
     if (variable != nullptr) return TQHpBefehl(TQHpBefehl::pushVariable, variable);
-    return TQHpBefehl(TQHpBefehl::pushNumber, toNumber(token.text));
+    return TQHpBefehl(TQHpBefehl::pushNumber, toNumber(token, point));
 }
 
 int TQHpCalculator::syntaxCheck(char const *text) {
     if (text == nullptr) return 0;
     commands_.toLast();
+    char const point = tqlib::detail::decimalPoint();
     for (auto token = takeToken(text); !token.text.empty(); token = takeToken(text))
-        commands_.add(compile(token));
+        commands_.add(compile(token, point));
     return 0;
 }
 
@@ -69,12 +77,13 @@ double TQHpCalculator::calculate(char const *text) {
         return reCalculate();
     }
     // Nothing waits, so each command can run as soon as it is compiled, with the same result.
+    char const point = tqlib::detail::decimalPoint();
     for (auto token = takeToken(text); !token.text.empty(); token = takeToken(text)) {
-        if (TQHpOperations::run(*this, compile(token))) continue;
+        if (TQHpOperations::run(*this, compile(token, point))) continue;
         syntaxCheck(text);
         throw TQException::EMPTY_LIST();
     }
-    return stack_.current();
+    return result();
 }
 
 double TQHpCalculator::reCalculate() {
@@ -82,7 +91,7 @@ double TQHpCalculator::reCalculate() {
         commands_.toFirst();
         if (!TQHpOperations::run(*this, commands_.remove())) throw TQException::EMPTY_LIST();
     }
-    return stack_.current();
+    return result();
 }
 
 void TQHpCalculator::clear() {
@@ -106,6 +115,10 @@ void TQHpCalculator::deleteVariable(double *value) {
 }
 
 double TQHpCalculator::stackValue(unsigned int index) const {
-    double const *const value = stack_.fromLast(index);
-    return value == nullptr ? 0.0 : *value;
+    return index < stack_.size() ? stack_[stack_.size() - 1 - index] : 0.0;
+}
+
+double TQHpCalculator::result() const {
+    if (stack_.empty()) throw TQException::EMPTY_LIST();
+    return stack_.back();
 }

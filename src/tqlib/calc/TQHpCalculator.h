@@ -26,6 +26,7 @@
 // dropping the last value leave it so.
 
 #include <cstdint>
+#include <vector>
 
 #include "tqlib/calc/TQHpBefehl.h"
 #include "tqlib/calc/TQHpList.h"
@@ -71,7 +72,7 @@ class TQLIB_API TQHpCalculator {
     void deleteVariable(double *value);
 
     /// The number of values on the stack.
-    int stackSize() const { return stack_.count(); }
+    int stackSize() const { return static_cast<int>(stack_.size()); }
 
     /// The value `index` places below the top, which has index 0; 0.0 beyond the bottom.
     double stackValue(unsigned int index) const;
@@ -82,9 +83,10 @@ class TQLIB_API TQHpCalculator {
   private:
     friend struct TQHpOperations;
 
-    TQLIB_INTERNAL TQHpBefehl compile(tqlib::detail::TQHpToken const &token);
+    TQLIB_INTERNAL double result() const;
+    TQLIB_INTERNAL TQHpBefehl compile(tqlib::detail::TQHpToken token, char point);
 
-    TQHpList<double> stack_;  ///< the cursor is the top
+    std::vector<double> stack_;  ///< the last one is the top
     TQHpList<TQHpVariable> variables_;
     TQHpList<TQHpBefehl> commands_;  ///< the next one first
     double registers_[4];

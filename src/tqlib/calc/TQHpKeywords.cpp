@@ -1,7 +1,5 @@
 #include "tqlib/calc/TQHpKeywords.h"
 
-#include <algorithm>
-
 namespace tqlib::detail {
 namespace {
 
@@ -40,14 +38,6 @@ constexpr Slots table = fillSlots();
 static_assert(table.unique);
 
 }  // namespace
-
-std::uint64_t keyInCapitals(std::string_view text) {
-    std::array<char, keyLength> capitals;
-    std::size_t const length = std::min(text.size(), keyLength);
-    std::transform(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(length),
-                   capitals.begin(), toCapital);
-    return keyOf({capitals.data(), length});
-}
 
 constinit std::array<KeywordSlot, keywordSlotCount> const keywordSlots = table.slots;
 

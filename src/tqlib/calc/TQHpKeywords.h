@@ -27,7 +27,7 @@ constexpr std::size_t keywordSlotOf(std::uint64_t key) {
     return static_cast<std::size_t>(key * factor >> (64 - keywordSlotBits));
 }
 
-/// The command number of the keyword that `token` is in any case, or -1 if it is none.
+/// The command number of the keyword that `token` is as its key stands, or -1 if it is none.
 inline int findKeyword(TQHpToken const &token) {
     KeywordSlot const &slot = keywordSlots[keywordSlotOf(token.key)];
     return slot.key == token.key && token.text.size() <= keyLength ? slot.number : -1;

@@ -1,16 +1,14 @@
 #pragma once
 
-#include <memory>
 #include <utility>
 
 #include "tqlib/foundation/Export.h"
 #include "tqlib/foundation/TQException.h"
 #include "tqplatform/framework/CObject.h"
 
-/// A doubly linked list with a cursor, on which the calculator's stack, variables and commands
-/// stand and from which TQPickList is made. Each node holds a copy of an element. The cursor is
-/// null only while the list is empty. Nodes that become free wait for the next element, up to a
-/// fixed number.
+/// A doubly linked list with a cursor, on which the calculator's variables and commands stand and
+/// from which TQPickList is made. Each node holds a copy of an element. The cursor is null only
+/// while the list is empty.
 template <typename Element>
 class TQLIB_API TQHpList : public CObject {
   public:
@@ -18,19 +16,16 @@ class TQLIB_API TQHpList : public CObject {
     TQHpList() = default;
 
     /// Frees all nodes, from the first to the last.
-    ~TQHpList() override {
-        empty();
-        while (spare_ != nullptr)
-            delete std::exchange(spare_, spare_->next);
-    }
+    ~TQHpList() override { empty(); }
 
     /// Puts a copy of `element` behind the cursor, or into the empty list, and moves the cursor to
     /// it.
     void add(Element const &element) {
-        Node *const node = newNode(element);
-        node->prev = current_;
-        node->next = current_ == nullptr ? nullptr : current_->next;
-        link(node);
+        Node *const next = current_ == nullptr ? nullptr : current_->next;
+        Node *const node = new Node{element, current_, next};
+        (current_ == nullptr ? head_ : current_->next) = node;
+        (next == nullptr ? tail_ : next->prev) = node;
+        current_ = node;
         if (count_++ != 0) ++position_;
     }
 
@@ -48,7 +43,7 @@ class TQLIB_API TQHpList : public CObject {
         }
         --count_;
         Element element = std::move(node->value);
-        recycle(node);
+        delete node;
         return element;
     }
 
@@ -65,7 +60,7 @@ class TQLIB_API TQHpList : public CObject {
     /// Removes all nodes.
     void empty() {
         while (head_ != nullptr)
-            recycle(std::exchange(head_, head_->next));
+            delete std::exchange(head_, head_->next);
         head_ = tail_ = current_ = nullptr;
         count_ = position_ = 0;
     }
@@ -104,63 +99,16 @@ class TQLIB_API TQHpList : public CObject {
         return false;
     }
 
-    /// The element `index` places before the last one, or null.
-    Element const *fromLast(unsigned int index) const {
-        Node const *node = tail_;
-        while (node != nullptr && index-- != 0)
-            node = node->prev;
-        return node == nullptr ? nullptr : &node->value;
-    }
-
   private:
-    // A node that waits for its next element holds none.
     struct Node {
-        Node() {}
-        Node(Node const &) = delete;
-        Node &operator=(Node const &) = delete;
-        ~Node() {}
-
-        union {
-            Element value;
-        };
-        Node *prev = nullptr;
-        Node *next = nullptr;
+        Element value;
+        Node *prev;
+        Node *next;
     };
-
-    static constexpr int mostSpare = 32;
-
-    Node *newNode(Element const &element) {
-        if (spare_ == nullptr) recycleEmpty(new Node);
-        std::construct_at(&spare_->value, element);
-        --spareCount_;
-        return std::exchange(spare_, spare_->next);
-    }
-
-    void recycle(Node *node) {
-        std::destroy_at(&node->value);
-        if (spareCount_ == mostSpare)
-            delete node;
-        else
-            recycleEmpty(node);
-    }
-
-    void recycleEmpty(Node *node) {
-        node->next = std::exchange(spare_, node);
-        ++spareCount_;
-    }
-
-    // Puts `node`, whose neighbours are set, into the list, and the cursor on it.
-    void link(Node *node) {
-        (node->prev == nullptr ? head_ : node->prev->next) = node;
-        (node->next == nullptr ? tail_ : node->next->prev) = node;
-        current_ = node;
-    }
 
     Node *head_ = nullptr;
     Node *tail_ = nullptr;
     Node *current_ = nullptr;  ///< the cursor
     int count_ = 0;
     int position_ = 0;  ///< index of the cursor
-    Node *spare_ = nullptr;
-    int spareCount_ = 0;
 };

@@ -1,5 +1,6 @@
 #include "tqlib/calc/TQHpOperations.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -14,59 +15,58 @@ constexpr double e = 2.71;  // the vocabulary's constant has two decimals
 
 template <double (*result)(double a, double b)>
 bool binary(Stack &stack, Registers /*registers*/) {
-    if (stack.count() == 0) return false;
-    double const a = stack.remove();
-    double *const b = stack.cursor();
-    if (b != nullptr) *b = result(a, *b);
-    return b != nullptr;
+    if (stack.empty()) return false;
+    double const a = stack.back();
+    stack.pop_back();
+    if (stack.empty()) return false;
+    stack.back() = result(a, stack.back());
+    return true;
 }
 
 template <double (*result)(double a)>
 bool unary(Stack &stack, Registers /*registers*/) {
-    double *const a = stack.cursor();
-    if (a != nullptr) *a = result(*a);
-    return a != nullptr;
+    if (stack.empty()) return false;
+    stack.back() = result(stack.back());
+    return true;
 }
 
 template <double const &value>
 bool constant(Stack &stack, Registers /*registers*/) {
-    stack.add(value);
+    stack.push_back(value);
     return true;
 }
 
 template <int number>
 bool store(Stack &stack, Registers registers) {
-    double const *const a = stack.cursor();
-    if (a != nullptr) registers[number] = *a;
-    return a != nullptr;
+    if (stack.empty()) return false;
+    registers[number] = stack.back();
+    return true;
 }
 
 template <int number>
 bool recall(Stack &stack, Registers registers) {
-    stack.add(registers[number]);
+    stack.push_back(registers[number]);
     return true;
 }
 
 bool clearTop(Stack &stack, Registers /*registers*/) {
-    if (stack.count() == 0) return false;
-    stack.remove();
-    if (stack.count() == 0) stack.add(0.0);
+    if (stack.empty()) return false;
+    stack.pop_back();
+    if (stack.empty()) stack.push_back(0.0);
     return true;
 }
 
 bool clearAll(Stack &stack, Registers /*registers*/) {
-    stack.empty();
-    stack.add(0.0);
+    stack.assign(1, 0.0);
     return true;
 }
 
 bool swapTop(Stack &stack, Registers /*registers*/) {
-    if (stack.count() == 0) return false;
-    double const a = stack.remove();
-    if (stack.count() == 0) return false;
-    double const b = stack.remove();
-    stack.add(a);
-    stack.add(b);
+    if (stack.size() < 2) {
+        stack.clear();
+        return false;
+    }
+    std::iter_swap(stack.end() - 1, stack.end() - 2);
     return true;
 }
 

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <vector>
+
 #include "tqlib/calc/TQHpCalculator.h"
 #include "tqlib/calc/TQHpKeywords.h"
 
 /// What the calculator's commands do to its stack and registers.
 struct TQHpOperations {
-    using Stack = TQHpList<double>;
+    using Stack = std::vector<double>;
     using Registers = double (&)[4];
 
     /// Carries out the command of a keyword. False if the stack has too few values; those already
@@ -17,9 +19,9 @@ struct TQHpOperations {
 
     /// Carries out any command, with the result of an operation.
     static bool run(TQHpCalculator &calculator, TQHpBefehl const &command) {
-        auto const operation = table[command.how()];
-        if (operation != nullptr) return operation(calculator.stack_, calculator.registers_);
-        calculator.stack_.add(command);
+        if (command.how() > TQHpBefehl::pushVariable)
+            return table[command.how()](calculator.stack_, calculator.registers_);
+        calculator.stack_.push_back(command);
         return true;
     }
 };

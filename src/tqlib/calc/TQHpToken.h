@@ -14,13 +14,6 @@ inline char toCapital(char c) {
     return byte < 'a' ? c : static_cast<char>(std::toupper(byte));
 }
 
-/// A token of a calculator's text, and its first eight characters in capitals packed into a number,
-/// the first one lowest.
-struct TQHpToken {
-    std::string_view text;
-    std::uint64_t key;
-};
-
 inline constexpr std::size_t keyLength = sizeof(std::uint64_t);
 
 /// The key that `text`, in capitals and of at most eight characters, has as a token.
@@ -31,8 +24,28 @@ constexpr std::uint64_t keyOf(std::string_view text) {
     return key;
 }
 
-/// The key of a token that has small letters or bytes beyond ASCII in it.
+/// True if a byte of `key` is 0x60 or more: a small letter is among these.
+inline bool mayChangeInCapitals(std::uint64_t key) {
+    std::uint64_t const bits5And6 = key & key << 1 & 0x4040404040404040;
+    return (bits5And6 | (key & 0x8080808080808080)) != 0;
+}
+
+/// The key of `text` in capitals.
 std::uint64_t keyInCapitals(std::string_view text);
+
+/// A token of a calculator's text, and its first eight characters packed into a number, the first
+/// one lowest.
+struct TQHpToken {
+    std::string_view text;
+    std::uint64_t key;
+
+    /// Turns the key into that of the token in capitals; false if it is the same.
+    bool capitalise() {
+        if (!mayChangeInCapitals(key)) return false;
+        key = keyInCapitals(text);
+        return true;
+    }
+};
 
 template <typename Word>
 std::uint64_t loadWord(char const *text) {
@@ -56,23 +69,16 @@ inline std::uint64_t rawKeyOf(std::string_view text) {
                                                 << 8 * (length - 2);
 }
 
-/// True if a byte of `key` is 0x60 or more: a small letter is among these.
-inline bool mayChangeInCapitals(std::uint64_t key) {
-    std::uint64_t const bits5And6 = key & key << 1 & 0x4040404040404040;
-    return (bits5And6 | (key & 0x8080808080808080)) != 0;
-}
-
-/// Takes the first token off `rest`; an empty one at the end of the text. Only the blank separates.
+/// Takes the first token off `rest`, as it stands there; an empty one at the end of the text. Only
+/// the blank separates.
 inline TQHpToken takeToken(char const *&rest) {
     while (*rest == ' ')
         ++rest;
     char const *const first = rest;
-    while (*rest != ' ' && *rest != '\0')
+    while ((*rest & ~' ') != 0)  // neither a blank nor the NUL
         ++rest;
     std::string_view const text(first, static_cast<std::size_t>(rest - first));
-    if (text.empty()) return {text, 0};
-    std::uint64_t const key = rawKeyOf(text);
-    return {text, mayChangeInCapitals(key) ? keyInCapitals(text) : key};
+    return {text, text.empty() ? 0 : rawKeyOf(text)};
 }
 
 }  // namespace tqlib::detail

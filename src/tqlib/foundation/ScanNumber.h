@@ -9,13 +9,14 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cfloat>
 #include <concepts>
 #include <cstdint>
 #include <cstring>
 #include <limits>
 #include <type_traits>
+
+#include "tqlib/foundation/CharacterBlock.h"
 
 namespace tqlib::detail {
 
@@ -82,57 +83,6 @@ struct BytewiseDigits {
         for (; isDigit(text[run.count]); ++run.count)
             run.value = run.value * 10 + static_cast<unsigned>(text[run.count] - '0');
         return run;
-    }
-};
-
-/// Joins eight digits, the first one lowest: neighbours to pairs, pairs to fours, fours to eight.
-inline std::uint64_t joinDigits(std::uint64_t digits) {
-    digits = (digits * 10 + (digits >> 8)) & 0x00FF00FF00FF00FF;
-    digits = (digits * 100 + (digits >> 16)) & 0x0000FFFF0000FFFF;
-    return (digits * 10000 + (digits >> 32)) & 0xFFFFFFFF;
-}
-
-/// Eight characters of a text, the first one lowest, with the digits as 0 to 9.
-struct CharacterBlock {
-    static constexpr std::uint64_t first = 0xFF;
-
-    std::uint64_t characters;
-    std::uint64_t others;  ///< bit 7 of each character that is no digit
-
-    static CharacterBlock load(char const *text) {
-        static_assert(std::endian::native == std::endian::little);
-        std::uint64_t word;
-        std::memcpy(&word, text, sizeof word);
-        word ^= 0x3030303030303030;  // what isn't a digit becomes more than 9
-        return {word,
-                (((word & 0x7F7F7F7F7F7F7F7F) + 0x7676767676767676) | word) & 0x8080808080808080};
-    }
-
-    // Signs of data are hard to guess, and what follows a number waits for its length. So a sign
-    // takes no jump, and the length is there before it is known whether there is one.
-
-    /// True if the first character is a digit or, as `sign` says, a sign.
-    bool startsWithDigit(bool sign) const {
-        return (others & first & (std::uint64_t{sign} - 1)) == 0;
-    }
-
-    /// The block with that first character as a digit, a sign as 0.
-    CharacterBlock withFirstDigit(bool sign) const {
-        return {characters & ~(first & (0 - std::uint64_t{sign})), others & ~first};
-    }
-
-    /// The number of digits at the start, 0 to 8.
-    unsigned digitCount() const { return static_cast<unsigned>(std::countr_zero(others)) / 8; }
-
-    /// The number that the digits at the start make; there are at most seven.
-    std::uint64_t wholeNumber() const {
-        auto const unused = static_cast<unsigned>(63 - std::countr_zero(others));
-        return joinDigits(characters << 8 << unused);  // zeros in front
-    }
-
-    /// The same as decimals, in units of 1E-8.
-    std::uint64_t decimals() const {
-        return joinDigits(characters & (~others & (others - 1)) >> 7);  // zeros behind
     }
 };
 
@@ -225,41 +175,42 @@ template <typename Digits, std::integral Whole>
     return text + digits.count;
 }
 
-/// Reads a field as readPlainNumber<BlockwiseDigits>() does, if it is nothing but a short number:
-/// at most seven digits before its point and seven behind it, less one before it if there is a
-/// sign. `separator`, which isn't a character of numbers, or a NUL ends the field. Null for every
-/// other one. For doubles and whole numbers.
-template <typename Number>
-[[gnu::always_inline]] inline char const *readShortNumber(char const *text, char point,
-                                                          char separator, Number &value) {
-    bool const negative = *text == '-';
-    bool const sign = isSign(*text);
-    CharacterBlock block = CharacterBlock::load(text);
-    if (!block.startsWithDigit(sign)) return nullptr;
+/// Reads `text`, a PaddedText or a PackedText, as readPlainNumber() does, if it is nothing but a
+/// short number: at most seven digits before its point and seven behind it, less one before it if
+/// there is a sign. `separator`, which isn't a character of numbers, or a NUL ends the text, and is
+/// next in `text` then. False for every other text. For doubles and whole numbers.
+template <typename Text, typename Number>
+[[gnu::always_inline]] inline bool readShortNumber(Text &text, char point, char separator,
+                                                   Number &value) {
+    bool const negative = text.first() == '-';
+    bool const sign = isSign(text.first());
+    CharacterBlock block = text.block();
+    if (!block.startsWithDigit(sign)) return false;
     block = block.withFirstDigit(sign);
-    if (block.others == 0) return nullptr;
+    if (block.others == 0) return false;
     unsigned count = block.digitCount();
     std::uint64_t magnitude = block.wholeNumber();
-    text += count;
+    text.skip(count);
     if constexpr (std::is_integral_v<Number>) {
         std::uint64_t const flip = 0 - std::uint64_t{negative};
         value = static_cast<Number>((magnitude ^ flip) - flip);
     } else {
-        if (FLT_EVAL_METHOD != 0) return nullptr;
+        if (FLT_EVAL_METHOD != 0) return false;
         constexpr int unit = 8;
         magnitude *= wholePowersOfTen[unit];
-        if (*text == point) {
-            block = CharacterBlock::load(++text);
-            if (block.others == 0) return nullptr;
-            text += block.digitCount();
+        if (text.first() == point) {
+            text.skip(1);
+            block = text.block();
+            if (block.others == 0) return false;
+            text.skip(block.digitCount());
             count += block.digitCount();
             magnitude += block.decimals();
         }
         static constexpr Number units[] = {powersOfTen[unit], -powersOfTen[unit]};
         value = static_cast<Number>(static_cast<std::int64_t>(magnitude)) / units[negative];
     }
-    bool const complete = *text == separator || *text == '\0';
-    return complete && count != static_cast<unsigned>(sign) ? text : nullptr;
+    bool const complete = text.first() == separator || text.first() == '\0';
+    return complete && count != static_cast<unsigned>(sign);
 }
 
 /// Converts the beginning of `text` as sscanf does with the format of the target's type. The result
