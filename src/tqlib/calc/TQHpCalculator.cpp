@@ -20,7 +20,7 @@ bool endsLike(std::string_view token, char const *name) {
     return *name == '\0';
 }
 
-/// True if `token`, whose key is in capitals, is `name` in capitals.
+/// True if `token`, whose key is in capitals, is `name`.
 bool isNamed(TQHpToken const &token, char const *name) {
     if (name == nullptr) return false;
     for (std::uint64_t key = token.key; key != 0; key >>= 8)
@@ -30,16 +30,12 @@ bool isNamed(TQHpToken const &token, char const *name) {
 }
 
 /// What atof makes of `token`, with the decimal point `point`.
-double toNumber(TQHpToken const &token, char point) {
+double toNumber(std::string_view token, char point) {
     double value = 0.0;
-    if (token.text.size() <= tqlib::detail::keyLength && point != '\0') {
-        tqlib::detail::PackedText text{token.key};
-        if (tqlib::detail::readShortNumber(text, point, '\0', value)) return value;
-    }
+    auto const *const behind =
+        tqlib::detail::readPlainNumber<tqlib::detail::BytewiseDigits>(token.data(), point, value);
     // The C runtime gets the token alone: it would pass over white space into the next one.
-    auto const *const behind = tqlib::detail::readPlainNumber<tqlib::detail::BytewiseDigits>(
-        token.text.data(), point, value);
-    return behind != nullptr ? value : std::strtod(std::string(token.text).c_str(), nullptr);
+    return behind != nullptr ? value : std::strtod(std::string(token).c_str(), nullptr);
 }
 
 }  // namespace
@@ -59,7 +55,7 @@ TQHpCalculator::~TQHpCalculator() {
     TQHpVariable *const variable =
         variables_.find([&](TQHpVariable const &entry) { return isNamed(token, entry.name); });
     if (variable != nullptr) return TQHpBefehl(TQHpBefehl::pushVariable, variable);
-    return TQHpBefehl(TQHpBefehl::pushNumber, toNumber(token, point));
+    return TQHpBefehl(TQHpBefehl::pushNumber, toNumber(token.text, point));
 }
 
 int TQHpCalculator::syntaxCheck(char const *text) {

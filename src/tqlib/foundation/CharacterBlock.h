@@ -22,19 +22,14 @@ struct CharacterBlock {
     std::uint64_t characters;
     std::uint64_t others;  ///< bit 7 of each character that is no digit
 
-    /// The block of eight characters packed in `word`.
-    static CharacterBlock of(std::uint64_t word) {
-        word ^= 0x3030303030303030;  // what isn't a digit becomes more than 9
-        return {word,
-                (((word & 0x7F7F7F7F7F7F7F7F) + 0x7676767676767676) | word) & 0x8080808080808080};
-    }
-
     /// The block at `text`.
     static CharacterBlock load(char const *text) {
         static_assert(std::endian::native == std::endian::little);
         std::uint64_t word;
         std::memcpy(&word, text, sizeof word);
-        return of(word);
+        word ^= 0x3030303030303030;  // what isn't a digit becomes more than 9
+        return {word,
+                (((word & 0x7F7F7F7F7F7F7F7F) + 0x7676767676767676) | word) & 0x8080808080808080};
     }
 
     // Signs of data are hard to guess, and what follows a number waits for its length. So a sign
@@ -63,24 +58,6 @@ struct CharacterBlock {
     std::uint64_t decimals() const {
         return joinDigits(characters & (~others & (others - 1)) >> 7);  // zeros behind
     }
-};
-
-/// A text with a NUL, behind which seven more bytes can be read.
-struct PaddedText {
-    char const *place;
-
-    char first() const { return *place; }
-    CharacterBlock block() const { return CharacterBlock::load(place); }
-    void skip(unsigned count) { place += count; }
-};
-
-/// A text of at most eight characters packed in a word, the first one lowest, NULs behind.
-struct PackedText {
-    std::uint64_t word;
-
-    char first() const { return static_cast<char>(word); }
-    CharacterBlock block() const { return CharacterBlock::of(word); }
-    void skip(unsigned count) { word >>= 8 * count; }  ///< at most seven
 };
 
 }  // namespace tqlib::detail

@@ -76,24 +76,24 @@ struct DigitRun {
     }
 };
 
-/// Reads the digits at the start of a text, which ends with a NUL, one by one.
+/// Reads the digits at the start of a text, which ends with a NUL, one by one, and adds them to
+/// those before.
 struct BytewiseDigits {
-    static DigitRun read(char const *text) {
-        DigitRun run;
-        for (; isDigit(text[run.count]); ++run.count)
-            run.value = run.value * 10 + static_cast<unsigned>(text[run.count] - '0');
-        return run;
+    static DigitRun read(char const *text, DigitRun before = {}) {
+        for (; isDigit(*text); ++text, ++before.count)
+            before.value = before.value * 10 + static_cast<unsigned>(*text - '0');
+        return before;
     }
 };
 
-/// Reads the digits at the start of a text, behind whose NUL at least seven more bytes can be read,
-/// eight at a time.
+/// The same for a text behind whose NUL at least seven more bytes can be read, eight at a time.
 struct BlockwiseDigits {
     static constexpr int padding = 8;
 
-    [[gnu::always_inline]] static DigitRun read(char const *text) {
-        DigitRun const run = readBlock(text);
-        if (run.count == 8) [[unlikely]]
+    [[gnu::always_inline]] static DigitRun read(char const *text, DigitRun before = {}) {
+        DigitRun const block = readBlock(text);
+        DigitRun const run = before.followedBy(block);
+        if (block.count == 8) [[unlikely]]
             return readRest(text + 8, run);
         return run;
     }
@@ -137,10 +137,10 @@ template <typename Digits, std::floating_point Real>
     text = first + digits.count;
     int scale = 0;
     if (*text == point) {
-        DigitRun const decimals = Digits::read(++text);
-        text += decimals.count;
-        scale = static_cast<int>(decimals.count);
-        digits = digits.followedBy(decimals);
+        DigitRun const all = Digits::read(++text, digits);
+        scale = static_cast<int>(all.count - digits.count);
+        text += scale;
+        digits = all;
     }
     if (digits.count == 0) return nullptr;
     char const follower = static_cast<char>(*text | 0x20);
@@ -175,42 +175,42 @@ template <typename Digits, std::integral Whole>
     return text + digits.count;
 }
 
-/// Reads `text`, a PaddedText or a PackedText, as readPlainNumber() does, if it is nothing but a
-/// short number: at most seven digits before its point and seven behind it, less one before it if
-/// there is a sign. `separator`, which isn't a character of numbers, or a NUL ends the text, and is
-/// next in `text` then. False for every other text. For doubles and whole numbers.
-template <typename Text, typename Number>
-[[gnu::always_inline]] inline bool readShortNumber(Text &text, char point, char separator,
-                                                   Number &value) {
-    bool const negative = text.first() == '-';
-    bool const sign = isSign(text.first());
-    CharacterBlock block = text.block();
-    if (!block.startsWithDigit(sign)) return false;
+/// Reads `text` as readPlainNumber<BlockwiseDigits>() does, if it is nothing but a short number: at
+/// most seven digits before its point and seven behind it, less one before it if there is a sign.
+/// `separator`, which isn't a character of numbers, or a NUL ends the text. Null for every other
+/// one. For doubles and whole numbers.
+template <typename Number>
+[[gnu::always_inline]] inline char const *readShortNumber(char const *text, char point,
+                                                          char separator, Number &value) {
+    bool const negative = *text == '-';
+    bool const sign = isSign(*text);
+    CharacterBlock block = CharacterBlock::load(text);
+    if (!block.startsWithDigit(sign)) return nullptr;
     block = block.withFirstDigit(sign);
-    if (block.others == 0) return false;
+    if (block.others == 0) return nullptr;
     unsigned count = block.digitCount();
     std::uint64_t magnitude = block.wholeNumber();
-    text.skip(count);
+    text += count;
     if constexpr (std::is_integral_v<Number>) {
         std::uint64_t const flip = 0 - std::uint64_t{negative};
         value = static_cast<Number>((magnitude ^ flip) - flip);
     } else {
-        if (FLT_EVAL_METHOD != 0) return false;
+        if (FLT_EVAL_METHOD != 0) return nullptr;
         constexpr int unit = 8;
         magnitude *= wholePowersOfTen[unit];
-        if (text.first() == point) {
-            text.skip(1);
-            block = text.block();
-            if (block.others == 0) return false;
-            text.skip(block.digitCount());
+        if (*text == point) {
+            ++text;
+            block = CharacterBlock::load(text);
+            if (block.others == 0) return nullptr;
+            text += block.digitCount();
             count += block.digitCount();
             magnitude += block.decimals();
         }
         static constexpr Number units[] = {powersOfTen[unit], -powersOfTen[unit]};
         value = static_cast<Number>(static_cast<std::int64_t>(magnitude)) / units[negative];
     }
-    bool const complete = text.first() == separator || text.first() == '\0';
-    return complete && count != static_cast<unsigned>(sign);
+    bool const complete = *text == separator || *text == '\0';
+    return complete && count != static_cast<unsigned>(sign) ? text : nullptr;
 }
 
 /// Converts the beginning of `text` as sscanf does with the format of the target's type. The result

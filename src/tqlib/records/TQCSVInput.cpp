@@ -191,9 +191,9 @@ template <typename Value>
     if (!plainSeparator_ || start == nullptr || point == separator) return false;
     if (*start == separator) [[likely]]
         ++start;
-    tqlib::detail::PaddedText text{start};
-    if (!tqlib::detail::readShortNumber(text, point, separator, value)) return false;
-    position_ = start + (text.place - start);
+    char const *const behind = tqlib::detail::readShortNumber(start, point, separator, value);
+    if (behind == nullptr) return false;
+    position_ = start + (behind - start);
     ++fieldNo_;
     return true;
 }
