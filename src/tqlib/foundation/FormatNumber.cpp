@@ -36,8 +36,8 @@ Fixed toMillionths(double magnitude) {
     auto millionths = static_cast<std::uint32_t>(high >> 31);
     std::uint64_t const remainder = (high & 0x7FFFFFFF) << 32 | (low & 0xFFFFFFFF);
     constexpr std::uint64_t half = std::uint64_t{1} << 62;
-    // Up for more than a half, or for a half of an odd one; without a jump, since decimals in binary
-    // lie as often above their value as below it.
+    // Up for more than a half, or for a half of an odd one; without a jump, since decimals in
+    // binary lie as often above their value as below it.
     millionths += static_cast<std::uint32_t>((remainder + (millionths & 1) + (half - 1)) >> 63);
     if (millionths == million) return {whole + 1, 0};
     return {whole, millionths};

@@ -155,6 +155,28 @@ TEST_F(SeparatedReading, NumbersConvertAsTheRuntimeConvertsTheirField) {
     }
 }
 
+TEST_F(SeparatedReading, NumbersOfEveryLengthConvertAsTheRuntimeConvertsThem) {
+    std::string const digits = "90123456789";
+    for (std::size_t whole = 0; whole <= 10; ++whole) {
+        std::string lines;
+        for (std::size_t decimals = 0; decimals <= 10; ++decimals)
+            for (std::string const sign : {"", "-", "+"})
+                for (std::string const end : {"", ".", "e1", "x", " "})
+                    lines += "0;" + sign + digits.substr(0, whole) + "." +
+                             digits.substr(0, decimals) + end + ";8\n0;" + sign +
+                             digits.substr(0, whole) + end + "\n";
+        TQCSVInput file = read(lines);
+        for (file.nextline(); !file.eof(); file.nextline()) {
+            int first = -1;
+            double ours = -1, theirs = -1;
+            file >> &first;
+            if (std::sscanf(file.currentLine() + 2, "%lf", &theirs) != 1) continue;
+            file >> &ours;
+            ASSERT_EQ(std::memcmp(&ours, &theirs, sizeof ours), 0) << file.currentLine();
+        }
+    }
+}
+
 TEST_F(SeparatedReading, AFieldIsCutAtItsRoomAndALineAtItsOwn) {
     std::string const nines(300, '9'), zeros(190, '0');
     TQCSVInput file =
