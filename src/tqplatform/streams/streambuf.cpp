@@ -99,6 +99,7 @@ streambuf::Taken streambuf::takeTranslated(char *target, std::size_t limit, char
         if (target != nullptr) std::copy(next_, end, target + taken.count);
         taken.count += static_cast<std::size_t>(end - next_);
         next_ = end;
+        if (taken.count == limit && !takeDelimiter) break;
         int const c = sgetc();
         taken.end = c < 0;
         taken.delimiter = c == static_cast<unsigned char>(delimiter);
