@@ -11,7 +11,7 @@ install(TARGETS tqplatform tqlib EXPORT tqlibTargets
 # Headers of internals stay at home, but for those that public headers include.
 set(internal_headers
   CharacterBlock.h FormatNumber.h LibraryEntry.h Resources.h ScanNumber.h TQHpKeywords.h TQHpOperations.h TQHpToken.h
-  TQStringStreams.h VersionBlock.h SystemCalls.h)
+  TextForm.h TQStringStreams.h VersionBlock.h SystemCalls.h)
 foreach(library IN ITEMS tqplatform tqlib)
   set(excluded)
   foreach(header IN LISTS internal_headers)

@@ -51,6 +51,7 @@ class TQPLATFORM_API CString {
         assign(viewOf(text));
         return *this;
     }
+    void assign(std::string_view text);
 
     /// Append to the text; what is appended may be a part of it.
     CString &operator+=(char c) {
@@ -190,9 +191,6 @@ class TQPLATFORM_API CString {
     }
 
   protected:
-    /// Replaces the text by `text`, which may be a part of it.
-    void assign(std::string_view text);
-
     /// The most characters that assignShort() takes.
     static constexpr std::size_t shortSize = 16;
 

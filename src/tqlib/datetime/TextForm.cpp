@@ -1,0 +1,48 @@
+#include "tqlib/datetime/TextForm.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "tqlib/foundation/FormatNumber.h"
+#include "tqlib/foundation/ScanNumber.h"
+
+namespace tqlib::detail {
+namespace {
+
+char *putLongNumber(char *target, int value, unsigned width, char fill) {
+    char digits[plainNumberRoom];
+    bool const negative = value < 0;
+    std::size_t const sign = negative ? 1 : 0;
+    char const *const first = digits + sign;
+    auto const length = static_cast<std::size_t>(formatNumber(digits, value) - first);
+    std::size_t const padding = width > length + sign ? width - length - sign : 0;
+    if (fill == ' ') target = std::fill_n(target, padding, ' ');
+    if (negative) *target++ = '-';
+    if (fill != ' ') target = std::fill_n(target, padding, fill);
+    return std::copy_n(first, length, target);
+}
+
+}  // namespace
+
+char *putNumber(char *target, int value, unsigned width, char fill) {
+    if (width != 2 || value < 0 || value > 99 || (value < 10 && fill != '0'))
+        return putLongNumber(target, value, width, fill);
+    target[0] = static_cast<char>('0' + value / 10);
+    target[1] = static_cast<char>('0' + value % 10);
+    return target + 2;
+}
+
+int Columns::take(unsigned width) {
+    char const *const end = next_ + strnlen(next_, width);
+    while (next_ != end && isWhiteSpace(*next_))
+        ++next_;
+    bool const negative = next_ != end && *next_ == '-';
+    if (next_ != end && isSign(*next_)) ++next_;
+    int value = 0;
+    for (; next_ != end && isDigit(*next_); ++next_)
+        value = value * 10 + (*next_ - '0');
+    next_ = end;
+    return negative ? -value : value;
+}
+
+}  // namespace tqlib::detail

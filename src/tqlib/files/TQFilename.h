@@ -1,0 +1,110 @@
+#pragma once
+
+// A path that takes itself apart and is put together again with one part replaced.
+//
+//     TQFilename file("C:\\dir\\sub\\file.tar.gz");
+//     file.GetDrive();         // C:
+//     file.GetDirectory();     // \dir\sub\           with the last backslash
+//     file.GetFilename();      // file.tar            the bare name
+//     file.GetExtension();     // .gz
+//     file.GetPath();          // C:\dir\sub\         drive and directory
+//     file.GetName();          // file.tar.gz         name and extension
+//     file.newExtension("txt");                    // C:\dir\sub\file.tar.txt
+//
+// It works on the text alone, with the rules of Windows paths: a drive is a character and a colon,
+// the backslash separates folders. No file is looked at and nothing is normalised.
+
+#include "tqlib/foundation/Export.h"
+#include "tqlib/foundation/TQString.h"
+
+/// The path; the text of the base class is the whole of it. The parts are taken from it anew by
+/// each operation that needs them, so that together they are always the whole path: a change made
+/// through a part's reference is gone at the next such operation.
+class TQLIB_API TQFilename : public TQString {
+  public:
+    /// An empty path.
+    TQFilename() = default;
+
+    /// The path `path` without white space at its ends. Null counts as empty.
+    TQFilename(TQString const &path);
+    TQFilename(CString const &path) : TQFilename(TQString(path)) {}
+    TQFilename(char const *path) : TQFilename(TQString(path)) {}
+
+    /// The whole path of `other`; see above.
+    TQFilename(TQFilename const &other) : TQFilename(static_cast<TQString const &>(other)) {}
+
+    /// The path composed by set().
+    TQFilename(TQString const &drive, TQString const &path, TQString const &name,
+               TQString const &extension);
+
+    /// Copies path and parts.
+    TQFilename &operator=(TQFilename const &other) = default;
+
+    /// 1 if the paths are equal but for capitals and small letters of Windows-1252, else 0. Nothing
+    /// else is normalised: a\..\b and b differ.
+    int operator==(TQFilename const &other) const;
+    int operator!=(TQFilename const &other) const { return !(*this == other); }
+    int operator==(CString const &other) const { return *this == TQFilename(other); }
+    int operator!=(CString const &other) const { return !(*this == other); }
+    int operator==(char const *other) const { return *this == TQFilename(other); }
+    int operator!=(char const *other) const { return !(*this == other); }
+
+    /// The parts, held by this object and good until its next such operation.
+    TQString &GetDrive();
+    TQString &GetDirectory();
+    TQString &GetFilename();
+    TQString &GetExtension();
+
+    /// Drive and directory, or name and extension. The result is shared by all objects and good
+    /// until the next call of the same function on any of them; one thread at a time may call it.
+    TQString &GetPath();
+    TQString &GetName();
+
+    /// Replace one part. White space at the ends of the new path goes.
+    void newDrive(TQString const &drive);
+
+    /// Replaces drive and directory by `path`, which ends in a backslash or runs into the name.
+    void newPath(TQString const &path);
+
+    /// Replaces the bare name; the extension stays.
+    void newName(TQString const &name);
+
+    /// Replaces the name and the extension together.
+    void newFilename(TQString const &filename);
+
+    /// Replaces the extension; a dot is put in front of `extension` unless it has one, also if it
+    /// is empty.
+    void newExtension(TQString const &extension);
+    void removeExtension();
+
+    /// Leaves drive and directory.
+    void removeFilename();
+
+    /// Composes the path from parts. A backslash is put in front of the name unless drive and path
+    /// are empty or end in one, and a dot in front of the extension unless one of the two is empty
+    /// or has it. An argument that is a part of this object counts as empty.
+    void set(TQString const &drive, TQString const &path, TQString const &name,
+             TQString const &extension);
+
+    /// 1 if there is a bare name and neither directory, name nor extension has a wildcard: one of
+    /// the characters *?[]. Else 0. Whether there is such a file isn't asked.
+    int isValid();
+
+    /// 1 if there is a bare name, else 0.
+    int isValidWithWildcards();
+
+  protected:
+    /// 1 if `text` has a wildcard, else 0.
+    int HasWildcards(TQString const &text) const;
+
+    /// Takes the parts from the whole path; always 0.
+    int SplitPath();
+
+  private:
+    TQLIB_INTERNAL void replaceBy(TQString const &path);
+
+    TQString drive_;
+    TQString directory_;
+    TQString filename_;
+    TQString extension_;
+};
