@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <iterator>
 #include <memory>
 #include <regex>
 #include <set>
@@ -46,47 +47,35 @@ bool isSanitized() {
 #endif
 }
 
+std::set<std::string> words(std::string const &text) {
+    std::istringstream stream(text);
+    return {std::istream_iterator<std::string>(stream), {}};
+}
+
 TEST(Exports, TheLibraryShowsItsDocumentedClassesAndNothingElse) {
     if (isSanitized()) GTEST_SKIP() << "sanitizers add symbols of their own";
-    std::set<std::string> const documented = {
-        "TQCSVInput", "TQCSVOutput", "TQException", "TQHpCalculator", "TQHpList", "TQString",
-        // Virtual bases and templates that the classes above derive from leave type records.
-        "classic::ifstream", "classic::istream", "classic::ofstream", "classic::ostream",
-        "classic::FileStream"};
-    for (std::string const &owner : ownersIn(TQLIB_FILE))
-        EXPECT_TRUE(documented.contains(owner)) << owner;
-    for (char const *name : {"TQCSVInput", "TQCSVOutput", "TQHpCalculator", "TQString"})
-        EXPECT_TRUE(ownersIn(TQLIB_FILE).contains(name)) << name;
+    std::set<std::string> const documented = words(
+        "CTQOleDateTime TQCSVInput TQCSVOutput TQDate TQDateTime TQException TQFilename "
+        "TQHpCalculator TQString TQTime operator");
+    // Virtual bases and templates that the classes above derive from leave type records.
+    std::set<std::string> const left = words(
+        "TQHpList classic::FileStream classic::ifstream classic::istream classic::ofstream "
+        "classic::ostream");
+    std::set<std::string> owners = ownersIn(TQLIB_FILE);
+    for (std::string const &name : left)
+        owners.erase(name);
+    EXPECT_EQ(owners, documented);
 }
 
 TEST(Exports, ThePlatformShowsItsPublishedNamesAndNothingElse) {
     if (isSanitized()) GTEST_SKIP() << "sanitizers add symbols of their own";
-    std::set<std::string> const published = {"AFX_MODULE_STATE",
-                                             "AfxClassInit",
-                                             "AfxGetModuleState",
-                                             "AfxInitExtensionModule",
-                                             "AfxTermExtensionModule",
-                                             "CDynLinkLibrary",
-                                             "CException",
-                                             "CFile",
-                                             "CFileException",
-                                             "CObject",
-                                             "CRuntimeClass",
-                                             "CString",
-                                             "_filelength",
-                                             "_mtlock",
-                                             "_mtunlock",
-                                             "classic::endl",
-                                             "classic::filebuf",
-                                             "classic::ios",
-                                             "classic::iostream",
-                                             "classic::istream",
-                                             "classic::ostream",
-                                             "classic::streambuf",
-                                             "tqplatform::findResource",
-                                             "tqplatform::fromHostPath",
-                                             "tqplatform::toHostPath",
-                                             "tqplatform::toLower1252"};
+    std::set<std::string> const published = words(
+        "AFX_MODULE_STATE AfxClassInit AfxGetModuleState AfxInitExtensionModule "
+        "AfxTermExtensionModule CDynLinkLibrary CException CFile CFileException CObject "
+        "COleDateTime CRuntimeClass CString _filelength _mtlock _mtunlock classic::endl "
+        "classic::filebuf classic::ios classic::iostream classic::istream classic::ostream "
+        "classic::streambuf tqplatform::findResource tqplatform::fromHostPath "
+        "tqplatform::toHostPath tqplatform::toLower1252");
     EXPECT_EQ(ownersIn(TQPLATFORM_FILE), published);
 }
 
