@@ -20,4 +20,11 @@ inline constexpr Target targets[] = {
     {"tokens", "strtok_r", 1.0, 0.28},
     {"wildcards", "fnmatch", 0.6, 0.25},
     {"short numbers", "strtod", 0.5, 0.0},
+    {"day count", "chrono", 1.2, 1.0},
+    {"date plus days", "chrono", 3.0, 0.0},
+    {"date to text", "strftime", 0.2, 0.07},
+    {"date to string", "strftime", 0.2, 0.07},
+    {"date columns", "strptime", 0.4, 0.12},
+    {"date free form", "sscanf", 0.25, 0.12},
+    {"path parts", "filesystem", 0.3, 0.0},
 };

@@ -5,6 +5,7 @@
 // that no field of 32 bits overflows.
 
 #include <array>
+#include <concepts>
 #include <cstdint>
 
 namespace tqlib::detail {
@@ -16,8 +17,11 @@ inline constexpr std::array<std::int32_t, 13> daysBeforeMonth = {0,   0,   31,  
 /// What has no day of the year and no weekday: a date with a month outside 1 to 12.
 inline constexpr int noDay = -1;
 
-constexpr bool isLeapYear(std::int64_t year) {
-    return year % 100 == 0 ? year % 400 == 0 : year % 4 == 0;
+/// Without a jump, like all of the way of common dates: which of them are in a leap year or before
+/// March is hard to guess.
+template <std::signed_integral Year>
+constexpr bool isLeapYear(Year year) {
+    return (year % 4 == 0) & ((year % 25 != 0) | (year % 16 == 0));
 }
 
 /// The day of the year, 1 for 1 January, or noDay. The day of the month isn't limited.
@@ -37,43 +41,83 @@ constexpr int weekdayOf(std::int64_t year, int month, std::int64_t day) {
     return static_cast<int>(sum % 7);
 }
 
-/// The number of the week of day `dayInYear` of `year`. Weeks begin on Monday, and the first one
-/// has four days of the year at least, as in ISO 8601. A Sunday on 1 January has week 1, though.
-constexpr std::int64_t weekInYearOf(std::int64_t year, std::int64_t dayInYear) {
-    int const first = weekdayOf(year, 1, 1);
-    std::int64_t const week = (dayInYear + first - 2) / 7 + (first <= 4 ? 1 : 0);
+/// What is worked out of a date.
+struct DerivedFields {
+    std::int32_t dayInYear;
+    std::int32_t weekday;
+    std::int32_t weekInYear;
+};
+
+/// The number of the week of day `dayInYear` of `year`, whose 1 January has the weekday `first`.
+/// Weeks begin on Monday, and the first one has four days of the year at least, as in ISO 8601. A
+/// Sunday on 1 January has week 1, though.
+template <std::signed_integral Number>
+constexpr Number weekInYearOf(Number year, Number dayInYear, int first) {
+    Number const week = (dayInYear + first - 2) / 7 + (first <= 4 ? 1 : 0);
     if (week == 0) return first == 5 || (first == 6 && isLeapYear(year - 1)) ? 53 : 52;
-    if (week == 53 && weekdayOf(year, 12, 31) < 4) return 1;
-    return week;
+    return week == 53 && weekdayOf(year, 12, 31) < 4 ? 1 : week;
+}
+
+/// The derived fields of any date.
+constexpr DerivedFields deriveAnyFields(std::int64_t year, int month, std::int64_t day) {
+    std::int64_t const dayInYear = dayInYearOf(year, month, day);
+    return {static_cast<std::int32_t>(dayInYear), weekdayOf(year, month, day),
+            static_cast<std::int32_t>(weekInYearOf(year, dayInYear, weekdayOf(year, 1, 1)))};
+}
+
+/// The same; a date of a calendar, as nearly all are, takes a shorter way in 32 bits. It is put
+/// into its caller, because results that go by memory cost more than the calculation.
+[[gnu::always_inline]] constexpr DerivedFields deriveFields(std::int32_t year, int month, int day) {
+    bool const isDate = year >= 1 && month >= 1 && month <= 12 && day >= 1 && day <= 31;
+    if (!isDate) return deriveAnyFields(year, month, day);
+    auto const years = static_cast<std::uint32_t>(year) - 1;
+    std::uint32_t const centuries = years / 100;
+    auto const first = static_cast<int>((years + years / 4 - centuries + centuries / 4 + 1) % 7);
+    int const leapDay = static_cast<int>(isLeapYear(year) & (month > 2));
+    int const dayInYear = daysBeforeMonth[static_cast<unsigned>(month)] + leapDay + day;
+    return {dayInYear, (first + dayInYear - 1) % 7, weekInYearOf(year, dayInYear, first)};
 }
 
 /// The day count of a date.
 constexpr std::int64_t dayCountOf(std::int64_t year, int month, std::int64_t day) {
+    if (year >= 1 && year <= INT32_MAX && month >= 1 && month <= 12) {
+        // Years that begin in March have their leap day at the end.
+        constexpr std::array<std::int16_t, 13> beforeMonth = {
+            0, 0, 31, -306, -275, -245, -214, -184, -153, -122, -92, -61, -31};
+        auto const years = static_cast<std::uint32_t>(year) - (month <= 2 ? 1 : 0);
+        std::uint32_t const centuries = years / 100;
+        return std::int64_t{365} * years + years / 4 - centuries + centuries / 4 +
+               beforeMonth[static_cast<unsigned>(month)] + day;
+    }
     std::int64_t const before = year - 1;
     return 365 * before + before / 4 - before / 100 + before / 400 + dayInYearOf(year, month, day);
 }
 
-/// A date of the calendar.
+/// A date of the calendar and its day of the year.
 struct CivilDate {
     std::int64_t year;
     int month;
     std::int64_t day;
+    int dayInYear;
 };
 
 /// The date of the day `count`. Count 0 is 31 December of year 0; a count below 0 is that day of
-/// January of year 1.
-constexpr CivilDate dateOf(std::int64_t count) {
-    if (count < 0) return {1, 1, count};
+/// January of year 1, without a day of the year.
+[[gnu::always_inline]] constexpr CivilDate dateOf(std::int64_t count) {
+    if (count < 0) return {1, 1, count, noDay};
     // Years that begin in March have their leap day at the end, and 400 of them are all alike.
-    constexpr unsigned daysOfEra = 146097;
-    std::uint64_t const days = static_cast<std::uint64_t>(count) + 305;
+    constexpr unsigned daysOfEra = 146097, daysFromMarch = 306;
+    std::uint64_t const days = static_cast<std::uint64_t>(count) + daysFromMarch - 1;
     auto const day = static_cast<unsigned>(days % daysOfEra);
     unsigned const year = (day - day / 1460 + day / 36524 - day / 146096) / 365;
     unsigned const dayOfYear = day - (365 * year + year / 4 - year / 100);
     unsigned const month = (5 * dayOfYear + 2) / 153;  // 0 for March
-    bool const next = month >= 10;                     // January and February
-    return {static_cast<std::int64_t>(days / daysOfEra * 400 + year + (next ? 1 : 0)),
-            static_cast<int>(next ? month - 9 : month + 3), dayOfYear - (153 * month + 2) / 5 + 1};
+    unsigned const next = month / 10;                  // 1 for January and February
+    unsigned const leapDay = static_cast<unsigned>(isLeapYear(static_cast<int>(year)));
+    return {static_cast<std::int64_t>(days / daysOfEra * 400 + year + next),
+            static_cast<int>(month + 3 - 12 * next), dayOfYear - (153 * month + 2) / 5 + 1,
+            static_cast<int>(dayOfYear + 1 +
+                             (next != 0 ? 0 - daysFromMarch : 365 - daysFromMarch + leapDay))};
 }
 
 }  // namespace tqlib::detail

@@ -1,11 +1,14 @@
 #include "tqlib/datetime/TQDate.h"
 
+#include <array>
+#include <cstdint>
+#include <cstring>
 #include <ctime>
 #include <iterator>
-#include <string_view>
 #include <utility>
 
 #include "tqlib/datetime/TextForm.h"
+#include "tqlib/foundation/FormatNumber.h"
 #include "tqlib/foundation/ScanNumber.h"
 
 namespace {
@@ -13,86 +16,152 @@ namespace {
 using tqlib::detail::Columns;
 using tqlib::detail::FormUse;
 using tqlib::detail::isFor;
+using tqlib::detail::putNumber;
+using tqlib::detail::textFormRoom;
 
-constexpr int wordRoom = 12;  // of a word read from a stream, its NUL included
-constexpr std::string_view freeSeparators = ",./";  // of a text that is read freely
-constexpr int farthestSeparator = 19;               // index up to which they are looked for
-constexpr int freeForms = 2;                        // the forms below this one are read freely
+constexpr int commonRoom = 10;         // characters of a date with a year of four digits
+constexpr int wordRoom = 12;           // of a word read from a stream, its NUL included
+constexpr int farthestSeparator = 19;  // index up to which they are looked for
+constexpr int freeForms = 2;           // the forms below this one are read freely
 
-enum class Field : unsigned char { day, month, year, shortYear };
+/// A field's place among day, month and year.
+struct Field {
+    enum Index : unsigned char { day, month, year };
+};
+
 enum class Century : unsigned char { none, nineteen, pivot };
 
-/// A text form: its fields in order, the columns and the filling of the last year, and where it is
-/// written and read.
+/// A text form: its fields in order, the columns and the filling of the year when it is written,
+/// its columns when it is read, and where this happens. A year with a century is one of two digits.
 struct Form {
-    Field fields[3];
+    Field::Index fields[3];
     bool separated;
+    FormUse written;
     unsigned char yearWidth;
     char yearFill;
-    FormUse written;
     FormUse read;
     unsigned char yearColumns;
     Century century;
+    bool shortYear;
 };
 
-constexpr auto D = Field::day, M = Field::month, Y = Field::year, YY = Field::shortYear;
+constexpr auto D = Field::day, M = Field::month, Y = Field::year;
 constexpr auto everywhere = FormUse::everywhere, stringsOnly = FormUse::stringsOnly;
 
 // clang-format off
 constexpr Form forms[] = {
-    {{D, M, Y},  true,  4, ' ', everywhere,  everywhere,  4, Century::none},
-    {{D, M, YY}, true,  2, ' ', everywhere,  everywhere,  2, Century::nineteen},
-    {{M, D, Y},  true,  2, ' ', everywhere,  everywhere,  4, Century::none},
-    {{D, M, YY}, true,  2, ' ', everywhere,  everywhere,  2, Century::pivot},
-    {{M, D, YY}, true,  2, ' ', everywhere,  everywhere,  2, Century::nineteen},
-    {{M, D, YY}, true,  2, ' ', everywhere,  everywhere,  2, Century::pivot},
-    {{Y, M, D},  false, 4, '0', everywhere,  everywhere,  4, Century::none},
-    {{D, M, Y},  false, 0, ' ', FormUse::none,   FormUse::none,   0, Century::none},
-    {{YY, M, D}, false, 2, '0', stringsOnly, everywhere,  2, Century::pivot},
-    {{D, M, Y},  false, 4, '0', stringsOnly, FormUse::none,   0, Century::none},
+    {{D, M, Y}, true,  everywhere,    4, ' ', everywhere,    4, Century::none,     false},
+    {{D, M, Y}, true,  everywhere,    2, ' ', everywhere,    2, Century::nineteen, true},
+    {{M, D, Y}, true,  everywhere,    2, ' ', everywhere,    4, Century::none,     false},
+    {{D, M, Y}, true,  everywhere,    2, ' ', everywhere,    2, Century::pivot,    true},
+    {{M, D, Y}, true,  everywhere,    2, ' ', everywhere,    2, Century::nineteen, true},
+    {{M, D, Y}, true,  everywhere,    2, ' ', everywhere,    2, Century::pivot,    true},
+    {{Y, M, D}, false, everywhere,    4, '0', everywhere,    4, Century::none,     false},
+    {{D, M, Y}, false, FormUse::none, 0, ' ', FormUse::none, 0, Century::none,     false},
+    {{Y, M, D}, false, stringsOnly,   2, '0', everywhere,    2, Century::pivot,    true},
+    {{D, M, Y}, false, stringsOnly,   4, '0', FormUse::none, 0, Century::none,     false},
 };
 // clang-format on
-constexpr int noForm = 7;
-
-Form const &formOf(int format) {
-    bool const known = format >= 0 && format < static_cast<int>(std::size(forms));
-    return forms[known ? format : noForm];
-}
+constexpr std::size_t noForm = 7;
 
 int withCentury(int year, Century century) {
     if (century == Century::none) return year;
     return year + (century == Century::pivot && year < 20 ? 2000 : 1900);
 }
 
-// Writes the date and a NUL to `target`, which has room for textFormRoom characters.
-void writeText(char *target, TQDate const &date, Form const &form) {
-    bool isFirst = true;
-    for (Field const field : form.fields) {
-        if (form.separated && !isFirst) *target++ = date.getSeparator();
-        isFirst = false;
-        switch (field) {
-            case Field::day:
-                target = tqlib::detail::putNumber(target, date.day(), 2, '0');
-                break;
-            case Field::month:
-                target = tqlib::detail::putNumber(target, date.month(), 2, '0');
-                break;
-            case Field::year:
-                target =
-                    tqlib::detail::putNumber(target, date.year(), form.yearWidth, form.yearFill);
-                break;
-            case Field::shortYear:
-                target = tqlib::detail::putNumber(target, date.year() % 100, form.yearWidth,
-                                                  form.yearFill);
-        }
-    }
-    *target = '\0';
+/// Day, month and year in the order of Field.
+using Values = std::array<int, 3>;
+
+/// True for a day and a month of two digits and a year of four.
+bool isCommon(int day, int month, int year) {
+    return (static_cast<unsigned>(day) < 100) & (static_cast<unsigned>(month) < 100) &
+           (static_cast<unsigned>(year) - 1000 < 9000);
 }
 
-// The index of the separator behind a number of a text that is read freely, or -1.
-int findSeparator(CString const &text) {
-    auto const index = text.view().substr(0, farthestSeparator + 1).find_first_of(freeSeparators);
-    return index == 0 || index == std::string_view::npos ? -1 : static_cast<int>(index);
+// Writes any date. Needs room for textFormRoom characters. No NUL is added; the result is the place
+// behind the text.
+template <std::size_t number>
+char *writeAny(char *target, int day, int month, int year, char separator) {
+    constexpr Form const &form = forms[number];
+    Values const values = {day, month, form.shortYear ? year % 100 : year};
+    for (int i = 0; i < 3; ++i) {
+        Field::Index const field = form.fields[i];
+        bool const isYear = field == Field::year;
+        if (form.separated && i > 0) *target++ = separator;
+        target = putNumber(target, values[field], isYear ? form.yearWidth : 2,
+                           isYear ? form.yearFill : '0');
+    }
+    return target;
+}
+
+// Writes a common date: all digits in one word, if the form has four for the year. Needs room for
+// commonRoom characters. No NUL is added; the result is the place behind the text.
+template <std::size_t number>
+char *writeCommon(char *target, int day, int month, int year, char separator) {
+    constexpr Form const &form = forms[number];
+    if (form.shortYear) return writeAny<number>(target, day, month, year, separator);
+    Values const values = {day, month, year};
+    constexpr bool yearFirst = form.fields[0] == Field::year;
+    constexpr std::uint32_t weights[] = {yearFirst ? 10000 : 1000000, yearFirst ? 100 : 10000, 1};
+    std::uint32_t sum = 0;
+    for (int i = 0; i < 3; ++i)
+        sum += weights[i] * static_cast<std::uint32_t>(values[form.fields[i]]);
+    std::uint64_t const digits = tqlib::detail::toDigits(sum);
+    if (!form.separated) {
+        tqlib::detail::putDigits(target, digits);
+        return target + 8;
+    }
+    std::uint64_t const text = digits | 0x3030303030303030;
+    std::uint64_t const between = static_cast<unsigned char>(separator);
+    std::uint64_t const first = (text & 0xFFFF) | between << 16 | (text & 0xFFFF0000) << 8 |
+                                between << 40 | (text >> 32 & 0xFFFF) << 48;
+    auto const last = static_cast<std::uint16_t>(text >> 48);
+    std::memcpy(target, &first, sizeof first);
+    std::memcpy(target + sizeof first, &last, sizeof last);
+    return target + sizeof first + sizeof last;
+}
+
+template <std::size_t number>
+void read(char const *text, int &day, int &month, int &year) {
+    constexpr Form const &form = forms[number];
+    Columns columns(text);
+    Values values{};
+#pragma GCC unroll 3
+    for (int i = 0; i < 3; ++i) {
+        Field::Index const field = form.fields[i];
+        if (form.separated && i > 0) columns.skip();
+        values[field] = columns.take(field == Field::year ? form.yearColumns : 2);
+    }
+    day = values[Field::day];
+    month = values[Field::month];
+    year = withCentury(values[Field::year], form.century);
+}
+
+/// How a form is written and read. Each form has functions of its own, in which its row of the
+/// table is a constant.
+struct FormFunctions {
+    char *(*writeCommon)(char *target, int day, int month, int year, char separator);
+    char *(*writeAny)(char *target, int day, int month, int year, char separator);
+    void (*read)(char const *text, int &day, int &month, int &year);
+};
+
+constexpr auto formFunctions = []<std::size_t... number>(std::index_sequence<number...>) {
+    return std::array<FormFunctions, sizeof...(number)>{
+        {{&writeCommon<number>, &writeAny<number>, &read<number>}...}};
+}
+(std::make_index_sequence<std::size(forms)>());
+
+std::size_t numberOf(int format) {
+    bool const known = format >= 0 && static_cast<std::size_t>(format) < std::size(forms);
+    return known ? static_cast<std::size_t>(format) : noForm;
+}
+
+// What follows the separator behind a number of a text that is read freely, or null.
+char const *behindSeparator(char const *text) {
+    for (int i = 0; i <= farthestSeparator && text[i] != '\0'; ++i)
+        if (text[i] == ',' || text[i] == '.' || text[i] == '/')
+            return i == 0 ? nullptr : text + i + 1;
+    return nullptr;
 }
 
 std::int64_t wrappingSum(std::int64_t a, std::int64_t b) {
@@ -128,10 +197,10 @@ TQDate::TQDate(TQString text, int format, char separator) : TQDate(format, separ
 }
 
 void TQDate::setDerived() {
-    std::int64_t const dayInYear = tqlib::detail::dayInYearOf(year_, month_, day_);
-    dayInYear_ = static_cast<int>(dayInYear);
-    weekday_ = tqlib::detail::weekdayOf(year_, month_, day_);
-    weekInYear_ = static_cast<int>(tqlib::detail::weekInYearOf(year_, dayInYear));
+    auto const derived = tqlib::detail::deriveFields(year_, month_, day_);
+    dayInYear_ = derived.dayInYear;
+    weekday_ = derived.weekday;
+    weekInYear_ = derived.weekInYear;
 }
 
 void TQDate::split(int *day, int *month, int *year) const {
@@ -179,11 +248,21 @@ void TQDate::daysToVariables(long days, int *year, int *month, int *day) {
 void TQDate::setDayCount(std::int64_t days) {
     auto const date = tqlib::detail::dateOf(days);
     year_ = static_cast<int>(date.year);
-    if (month_ <= 12) {
-        month_ = date.month;
-        day_ = static_cast<int>(date.day);
+    if (month_ > 12 || days < 0 || year_ != date.year) {
+        if (month_ <= 12) {
+            month_ = date.month;
+            day_ = static_cast<int>(date.day);
+        }
+        setDerived();
+        return;
     }
-    setDerived();
+    month_ = date.month;
+    day_ = static_cast<int>(date.day);
+    dayInYear_ = date.dayInYear;
+    weekday_ = static_cast<int>(static_cast<std::uint64_t>(days) % 7);
+    constexpr int wholeWeeks = 53 * 7;
+    int const first = (weekday_ + wholeWeeks + 1 - dayInYear_) % 7;
+    weekInYear_ = tqlib::detail::weekInYearOf(year_, dayInYear_, first);
 }
 
 void TQDate::add(int days, int months, int years) {
@@ -194,40 +273,38 @@ void TQDate::add(int days, int months, int years) {
                 days);
 }
 
+// Writes the text to `target`, which has room for it. The result is the place behind the text.
+char *TQDate::write(char *target, bool isCommon) const {
+    FormFunctions const &functions = formFunctions[numberOf(format_)];
+    auto const function = isCommon ? functions.writeCommon : functions.writeAny;
+    return function(target, day_, month_, year_, separator_);
+}
+
 TQDate::operator char *() const {
-    static char text[tqlib::detail::textFormRoom];
-    Form const &form = formOf(format_);
-    text[0] = '\0';
-    if (isFor(form.written, false)) writeText(text, *this, form);
+    static char text[textFormRoom];
+    bool const isWritten = isFor(forms[numberOf(format_)].written, false);
+    char *const end = isWritten ? write(text, isCommon(day_, month_, year_)) : text;
+    *end = '\0';
     return text;
 }
 
 TQDate::operator TQString() const {
-    Form const &form = formOf(format_);
-    if (!isFor(form.written, true)) return {};
-    char text[tqlib::detail::textFormRoom];
-    writeText(text, *this, form);
+    TQString text;
+    if (!isFor(forms[numberOf(format_)].written, true)) return text;
+    bool const common = isCommon(day_, month_, year_);
+    char *const buffer = text.GetBuffer(common ? commonRoom : textFormRoom);
+    char const *const end = write(buffer, common);
+    text.ReleaseBuffer(static_cast<int>(end - buffer));
+    if (separator_ == '\0') text = TQString(static_cast<char const *>(text));
     return text;
 }
 
 void TQDate::readColumns(char const *text) {
-    Form const &form = formOf(format_);
-    Columns columns(text);
-    bool isFirst = true;
-    for (Field const field : form.fields) {
-        if (form.separated && !isFirst) columns.skip();
-        isFirst = false;
-        if (field == Field::day)
-            day_ = columns.take(2);
-        else if (field == Field::month)
-            month_ = columns.take(2);
-        else
-            year_ = withCentury(columns.take(form.yearColumns), form.century);
-    }
+    formFunctions[numberOf(format_)].read(text, day_, month_, year_);
 }
 
 TQDate &TQDate::operator=(char const *text) {
-    if (formOf(format_).read == FormUse::none) {
+    if (forms[numberOf(format_)].read == FormUse::none) {
         year_ = month_ = day_ = 0;
     } else {
         readColumns(text);
@@ -239,20 +316,22 @@ TQDate &TQDate::operator=(char const *text) {
 TQDate &TQDate::operator=(TQString text) {
     if (format_ >= 0 && format_ < freeForms)
         readFreely(text);
-    else if (formOf(format_).read != FormUse::none)
+    else if (forms[numberOf(format_)].read != FormUse::none)
         readColumns(text);
     setDerived();
     return *this;
 }
 
-// Stops at the first number that no separator follows; those before it are taken.
-void TQDate::readFreely(TQString text) {
-    text.Trim();
+// Stops at the first number that no separator follows; those before it are taken. A number ends at
+// its separator, which is no part of one.
+void TQDate::readFreely(char const *text) {
+    while (tqlib::detail::isWhiteSpace(*text))
+        ++text;
     for (int *const field : {&day_, &month_}) {
-        int const separator = findSeparator(text);
-        if (separator < 0) return;
-        tqlib::detail::scanNumber(text.Left(separator), *field);
-        text = text.Mid(separator + 1);
+        char const *const behind = behindSeparator(text);
+        if (behind == nullptr) return;
+        tqlib::detail::scanNumber(text, *field);
+        text = behind;
     }
     tqlib::detail::scanNumber(text, year_);
     if (year_ <= 30)

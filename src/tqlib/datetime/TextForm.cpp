@@ -7,9 +7,8 @@
 #include "tqlib/foundation/ScanNumber.h"
 
 namespace tqlib::detail {
-namespace {
 
-char *putLongNumber(char *target, int value, unsigned width, char fill) {
+char *putAnyNumber(char *target, int value, unsigned width, char fill) {
     char digits[plainNumberRoom];
     bool const negative = value < 0;
     std::size_t const sign = negative ? 1 : 0;
@@ -22,17 +21,7 @@ char *putLongNumber(char *target, int value, unsigned width, char fill) {
     return std::copy_n(first, length, target);
 }
 
-}  // namespace
-
-char *putNumber(char *target, int value, unsigned width, char fill) {
-    if (width != 2 || value < 0 || value > 99 || (value < 10 && fill != '0'))
-        return putLongNumber(target, value, width, fill);
-    target[0] = static_cast<char>('0' + value / 10);
-    target[1] = static_cast<char>('0' + value % 10);
-    return target + 2;
-}
-
-int Columns::take(unsigned width) {
+int Columns::takeAny(unsigned width) {
     char const *const end = next_ + strnlen(next_, width);
     while (next_ != end && isWhiteSpace(*next_))
         ++next_;

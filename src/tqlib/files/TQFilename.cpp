@@ -1,7 +1,12 @@
 #include "tqlib/files/TQFilename.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstdint>
+#include <cstring>
 #include <string_view>
+
+#include "tqlib/foundation/ScanNumber.h"
 
 namespace {
 
@@ -9,14 +14,38 @@ constexpr char backslash = '\\';
 constexpr char dot = '.';
 constexpr std::string_view wildcards = "*?[]";
 
+// The index behind the last `c` of `text`, or 0. Looks at eight characters at a time, since the
+// length of a name is hard to guess.
+std::size_t behindLast(std::string_view text, char c) {
+    static_assert(std::endian::native == std::endian::little);
+    constexpr std::uint64_t ones = 0x0101010101010101, low = 0x7F * ones;
+    std::uint64_t const wanted = ones * static_cast<unsigned char>(c);
+    std::size_t end = text.size();
+    for (; end >= sizeof wanted; end -= sizeof wanted) {
+        std::uint64_t word;
+        std::memcpy(&word, text.data() + end - sizeof word, sizeof word);
+        word ^= wanted;
+        std::uint64_t const found = ~(((word & low) + low) | word | low);  // 0x80 for each `c`
+        if (found != 0) return end - static_cast<unsigned>(std::countl_zero(found)) / 8;
+    }
+    while (end > 0 && text[end - 1] != c)
+        --end;
+    return end;
+}
+
 bool endsWith(CString const &text, char c) {
     return text.view().ends_with(c);
 }
 
 }  // namespace
 
-TQFilename::TQFilename(TQString const &path) : TQString(path) {
-    Trim();
+// The text that Trim() leaves.
+std::string_view TQFilename::trimmed(std::string_view path) {
+    while (!path.empty() && tqlib::detail::isWhiteSpace(path.back()))
+        path.remove_suffix(1);
+    while (!path.empty() && tqlib::detail::isWhiteSpace(path.front()))
+        path.remove_prefix(1);
+    return path;
 }
 
 TQFilename::TQFilename(TQString const &drive, TQString const &path, TQString const &name,
@@ -32,19 +61,22 @@ int TQFilename::operator==(TQFilename const &other) const {
 }
 
 int TQFilename::SplitPath() {
-    std::string_view rest = view();
-    bool const hasDrive = rest.size() >= 2 && rest[1] == ':';
-    drive_.assign(rest.substr(0, hasDrive ? 2 : 0));
-    if (hasDrive) rest.remove_prefix(2);
-
-    std::size_t const directory = rest.rfind(backslash) + 1;  // npos makes 0
-    directory_.assign(rest.substr(0, directory));
-    rest.remove_prefix(directory);
-
-    std::size_t const name = rest.rfind(dot);
-    filename_.assign(rest.substr(0, name));
-    extension_.assign(rest.substr(std::min(name, rest.size())));
+    split();
     return 0;
+}
+
+// Takes the parts from the whole path. The result is where the name begins.
+std::size_t TQFilename::split() {
+    std::string_view const whole = view();
+    std::size_t const drive = whole.size() >= 2 && whole[1] == ':' ? 2 : 0;
+    std::size_t const name = drive + behindLast(whole.substr(drive), backslash);
+    std::size_t const dotted = behindLast(whole.substr(name), dot);
+    std::size_t const extension = dotted == 0 ? whole.size() : name + dotted - 1;
+    drive_.assign(whole.substr(0, drive));
+    directory_.assign(whole.substr(drive, name - drive));
+    filename_.assign(whole.substr(name, extension - name));
+    extension_.assign(whole.substr(extension));
+    return name;
 }
 
 TQString &TQFilename::GetDrive() {
@@ -69,17 +101,13 @@ TQString &TQFilename::GetExtension() {
 
 TQString &TQFilename::GetPath() {
     static TQString path;
-    SplitPath();
-    path = drive_;
-    path += directory_;
+    path.assign(view().substr(0, split()));
     return path;
 }
 
 TQString &TQFilename::GetName() {
     static TQString name;
-    SplitPath();
-    name = filename_;
-    name += extension_;
+    name.assign(view().substr(split()));
     return name;
 }
 

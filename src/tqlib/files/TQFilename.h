@@ -26,9 +26,9 @@ class TQLIB_API TQFilename : public TQString {
     TQFilename() = default;
 
     /// The path `path` without white space at its ends. Null counts as empty.
-    TQFilename(TQString const &path);
-    TQFilename(CString const &path) : TQFilename(TQString(path)) {}
-    TQFilename(char const *path) : TQFilename(TQString(path)) {}
+    TQFilename(TQString const &path) { assign(trimmed(path.view())); }
+    TQFilename(CString const &path) { assign(trimmed(path.view())); }
+    TQFilename(char const *path) { assign(trimmed(path == nullptr ? "" : path)); }
 
     /// The whole path of `other`; see above.
     TQFilename(TQFilename const &other) : TQFilename(static_cast<TQString const &>(other)) {}
@@ -101,6 +101,8 @@ class TQLIB_API TQFilename : public TQString {
     int SplitPath();
 
   private:
+    static std::string_view trimmed(std::string_view path);
+    TQLIB_INTERNAL std::size_t split();
     TQLIB_INTERNAL void replaceBy(TQString const &path);
 
     TQString drive_;

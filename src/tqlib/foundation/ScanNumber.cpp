@@ -42,7 +42,8 @@ int scan(char const *text, char const *format, Number &value) {
     char const *start = text;
     while (isWhiteSpace(*start))
         ++start;
-    if (readPlainNumber<BytewiseDigits>(start, decimalPoint(), value) != nullptr) return 1;
+    char const point = std::is_floating_point_v<Number> ? decimalPoint() : '\0';
+    if (readPlainNumber<BytewiseDigits>(start, point, value) != nullptr) return 1;
     return std::sscanf(text, format, &value);
 }
 

@@ -18,13 +18,8 @@ constexpr std::size_t maxLength = INT_MAX - 1;  // a length and its NUL fit an i
 constexpr std::size_t shortText = 512;
 constexpr std::string_view whiteSpace = " \t\n\v\f\r";
 
-std::size_t notNegative(int count) {
-    return static_cast<std::size_t>(std::max(count, 0));
-}
-
-// Copies `text`, which may overlap the target and, when it is empty, may have no address.
 void copyText(char *target, std::string_view text) {
-    if (!text.empty()) std::memmove(target, text.data(), text.size());
+    tqplatform::copyText(target, text.data(), text.size());
 }
 
 }  // namespace
@@ -36,18 +31,12 @@ CString::CString(char c, int count) : CString() {
     setLength(length);
 }
 
-void CString::setLength(std::size_t length) {
-    length_ = length;
-    text_[length] = '\0';
-}
-
 void CString::release() {
     std::free(text_);
 }
 
-// Makes room for `capacity` characters, keeping the text.
-void CString::reserve(std::size_t capacity) {
-    if (capacity <= capacity_) return;
+// Makes room for `capacity` characters, more than there is, keeping the text.
+void CString::enlarge(std::size_t capacity) {
     if (capacity > maxLength) throw std::bad_alloc();
     bool const small = text_ == small_;
     auto *const block = static_cast<char *>(std::realloc(small ? nullptr : text_, capacity + 1));
@@ -82,12 +71,6 @@ void CString::take(CString &other) noexcept {
     other.setLength(0);
 }
 
-void CString::assign(std::string_view text) {
-    if (text.size() > capacity_) reserve(text.size());
-    copyText(text_, text);
-    setLength(text.size());
-}
-
 void CString::append(std::string_view text) {
     std::size_t const length = length_;
     if (text.size() > capacity_ - length) {
@@ -118,19 +101,10 @@ void CString::Empty() {
     setLength(0);
 }
 
-char *CString::GetBuffer(int room) {
-    reserve(notNegative(room));
-    return text_;
-}
-
 char *CString::GetBufferSetLength(int length) {
     reserve(notNegative(length));
     setLength(notNegative(length));
     return text_;
-}
-
-void CString::ReleaseBuffer(int length) {
-    setLength(length < 0 ? strnlen(text_, capacity_) : std::min(notNegative(length), capacity_));
 }
 
 CString CString::Left(int count) const {

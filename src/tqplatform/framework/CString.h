@@ -3,6 +3,7 @@
 // The framework's string: a value of single-byte characters, Windows-1252 where a byte means a
 // letter, with a known length and a NUL behind it.
 
+#include <algorithm>
 #include <compare>
 #include <concepts>
 #include <cstdint>
@@ -13,6 +14,7 @@
 #include <string_view>
 #include <utility>
 
+#include "tqplatform/runtime/CopyText.h"
 #include "tqplatform/runtime/Export.h"
 
 /// A text. Indices and lengths are in bytes; a length is at most 2147483646, and a request beyond
@@ -51,7 +53,12 @@ class TQPLATFORM_API CString {
         assign(viewOf(text));
         return *this;
     }
-    void assign(std::string_view text);
+    void assign(std::string_view text) {
+        if (text.size() > capacity_) reserve(text.size());
+        tqplatform::copyText(text_, text.data(), text.size());
+        length_ = text.size();
+        text_[length_] = '\0';
+    }
 
     /// Append to the text; what is appended may be a part of it.
     CString &operator+=(char c) {
@@ -92,14 +99,20 @@ class TQPLATFORM_API CString {
 
     /// A writable buffer of at least `room` characters and a NUL that holds the text, valid until
     /// ReleaseBuffer(). The length stays; a negative room counts as 0.
-    char *GetBuffer(int room);
+    char *GetBuffer(int room) {
+        reserve(notNegative(room));
+        return text_;
+    }
 
     /// The same with the length set to `length`; characters that this adds are undefined.
     char *GetBufferSetLength(int length);
 
     /// Ends the use of the buffer and sets the length: to the place of the first NUL for -1, and
     /// otherwise to `length`, which is cut to the room of the buffer.
-    void ReleaseBuffer(int length = -1);
+    void ReleaseBuffer(int length = -1) {
+        setLength(length < 0 ? strnlen(text_, capacity_)
+                             : std::min(notNegative(length), capacity_));
+    }
 
     /// The first or last `count` characters: all of them if there are fewer, none for a negative
     /// count.
@@ -215,8 +228,20 @@ class TQPLATFORM_API CString {
     static CString concatenate(std::string_view left, std::string_view right);
 
     void grow(std::size_t more);
-    void reserve(std::size_t capacity);
-    void setLength(std::size_t length);
+    static std::size_t notNegative(int count) {
+        return static_cast<std::size_t>(std::max(count, 0));
+    }
+
+    // Makes room for `capacity` characters, keeping the text.
+    void reserve(std::size_t capacity) {
+        if (capacity > capacity_) enlarge(capacity);
+    }
+    void setLength(std::size_t length) {
+        length_ = length;
+        text_[length] = '\0';
+    }
+
+    void enlarge(std::size_t capacity);
     void take(CString &other) noexcept;
     void release();
 

@@ -61,7 +61,11 @@ TEST(TQDate, EveryDayOfThirtyOneCenturies) {
         // Year 0 counts as a common one.
         ASSERT_EQ(date.numberofdays(), count + (date.year() == 0 ? 1 : 0)) << dmy(date);
         if (count > 0) {
-            ASSERT_TRUE(TQDate(1, 1, 1) + (count - 1) == date) << count;
+            TQDate const moved = TQDate(1, 1, 1) + (count - 1);
+            ASSERT_TRUE(moved == date) << count;
+            ASSERT_EQ(moved.weekday(), date.weekday()) << count;
+            ASSERT_EQ(moved.dayInYear(), date.dayInYear()) << count;
+            ASSERT_EQ(moved.weekInYear(), date.weekInYear()) << count;
         }
     }
 }
