@@ -8,17 +8,12 @@ namespace {
 
 constexpr std::string_view omitted = "-";
 
-ColumnKind columnKind(std::string_view name) {
-    struct {
-        std::string_view name;
-        ColumnKind kind;
-    } constexpr kinds[] = {
-        {"number", ColumnKind::Number},
-        {"text", ColumnKind::Text},
-    };
-    for (auto const &entry : kinds)
-        if (entry.name == name) return entry.kind;
-    throw UsageError("a column is \"number\" or \"text\", not " + quoted(name));
+Column columnOf(std::string const &name, std::string_view kind) {
+    if (kind == "number") return {name, ColumnKind::Number};
+    if (kind == "text") return {name, ColumnKind::Text};
+    MomentForm const *const form = findMomentForm(kind);
+    if (form != nullptr) return {name, form->kind, form};
+    throw UsageError("a column is number, text, " + momentFormNames() + ", not " + quoted(kind));
 }
 
 }  // namespace
@@ -28,7 +23,7 @@ Column parseColumn(std::string_view description) {
     std::size_t const colon = description.find(':');
     std::string const name(description.substr(0, colon));
     if (colon == std::string_view::npos) return {name, ColumnKind::Number};
-    return {name, columnKind(description.substr(colon + 1))};
+    return columnOf(name, description.substr(colon + 1));
 }
 
 }  // namespace messwerk

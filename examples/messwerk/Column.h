@@ -6,21 +6,29 @@
 #include <string_view>
 #include <vector>
 
+#include "Moments.h"
 #include "tqlib/tqlib.h"
 
 namespace messwerk {
 
-/// What a column holds. A new kind needs a row in columnKind(), a way in (RowReader), a way out
-/// (ResultFile) and, if expressions are to use it, a number (Expressions).
+/// What a column holds.
 enum class ColumnKind {
     Number,
+    Date,  ///< in expressions its day count
+    Time,  ///< in expressions its seconds since midnight
     Text,
     Omitted,  ///< read over and not written
 };
 
+/// True for what expressions can use.
+constexpr bool hasNumber(ColumnKind kind) {
+    return kind == ColumnKind::Number || kind == ColumnKind::Date || kind == ColumnKind::Time;
+}
+
 struct Column {
     std::string name;  ///< as the user wrote it; empty if it is omitted
     ColumnKind kind = ColumnKind::Number;
+    MomentForm const *form = nullptr;  ///< of a date or time
 };
 
 /// A column to compute.
@@ -31,7 +39,7 @@ struct Formula {
 
 /// The value of one column in the row at hand.
 struct Cell {
-    double number = 0.0;  ///< of a number column
+    double number = 0.0;  ///< of a column of numbers, dates or times
     TQString text;        ///< what the file has
 };
 
@@ -40,7 +48,8 @@ struct Cell {
 using Row = std::vector<Cell>;
 
 /// The column that `description` means: `name` and `name:number` are numbers, `name:text` is a
-/// text, `-` is left out. Throws UsageError for another kind.
+/// text, `-` is left out; the forms of dates and times have names of their own. Throws UsageError
+/// for another kind.
 Column parseColumn(std::string_view description);
 
 }  // namespace messwerk

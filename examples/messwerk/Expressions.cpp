@@ -23,7 +23,7 @@ Expressions::Expressions(Options const &options, Row &row) {
     for (Column const &column : columns)
         variables_.push_back(toCapitals(column.name));
     for (std::size_t i = 0; i < columns.size(); ++i)
-        if (columns[i].kind == ColumnKind::Number)
+        if (hasNumber(columns[i].kind))
             calculator_.addVariable(variables_[i].c_str(), &row[i].number);
     for (std::size_t i = 0; i < registers_.size(); ++i)
         calculator_.addVariable(savedRegisters[i], &registers_[i]);

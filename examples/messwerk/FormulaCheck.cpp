@@ -10,8 +10,7 @@ namespace {
 
 /// What is wrong with the word itself; empty if nothing is.
 std::string wordFault(std::string const &word, Names const &names) {
-    if (auto const kind = names.kindOf(word))
-        return *kind == ColumnKind::Number ? "" : "is a column of texts";
+    if (auto const kind = names.kindOf(word)) return hasNumber(*kind) ? "" : "is a column of texts";
     if (auto const number = wholeNumber(word.c_str()))
         return std::isfinite(*number) ? "" : "isn't a finite number";
     return isKeyword(toCapitals(word)) ? "" : "is neither keyword nor column nor number";
@@ -22,7 +21,7 @@ class Trial {
   public:
     explicit Trial(Names const &names) {
         for (auto const &[name, kind] : names.all())
-            if (kind == ColumnKind::Number) calculator_.addVariable(name.c_str(), &harmless_);
+            if (hasNumber(kind)) calculator_.addVariable(name.c_str(), &harmless_);
         while (run("+")) {
         }
     }

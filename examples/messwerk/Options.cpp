@@ -11,6 +11,7 @@
 #include "Errors.h"
 #include "FormulaCheck.h"
 #include "Names.h"
+#include "Paths.h"
 #include "Words.h"
 
 namespace messwerk {
@@ -93,6 +94,13 @@ void takeInput(Options &options, char **first, char **end) {
     options.input = *first;
 }
 
+void nameResult(Options &options) {
+    if (!options.output.empty()) return;
+    auto const name = resultName(options.input);
+    if (!name) throw UsageError("where is the result to go? Name a file with -o");
+    options.output = *name;
+}
+
 void checkSeparator(char separator) {
     auto const byte = static_cast<unsigned char>(separator);
     bool const inNumbers = std::isalnum(byte) != 0 || separator == '+' || separator == '-';
@@ -117,7 +125,6 @@ void checkNamesAndFormulas(Options const &options) {
 void check(Options const &options) {
     if (options.input.empty()) throw UsageError("the name of the file to read is empty");
     if (options.columns.empty()) throw UsageError("which columns has the file? Name them with -c");
-    if (options.output.empty()) throw UsageError("where is the result to go? Name a file with -o");
     checkSeparator(options.separator);
     checkNamesAndFormulas(options);
 }
@@ -134,6 +141,7 @@ Options readOptions(int argc, char **argv) {
         if (options.help) return options;
     }
     takeInput(options, argv + optind, argv + argc);
+    nameResult(options);
     check(options);
     return options;
 }
@@ -149,19 +157,29 @@ char const helpText[] =
     "messwerk checks a file of measurements, adds computed columns and sums it up.\n"
     "\n"
     "messwerk [-s SEPARATOR] [-k HEADER_LINES] -c COLUMN[,COLUMN...]\n"
-    "         [-x 'NAME = EXPRESSION']... -o OUTPUT INPUT\n"
+    "         [-x 'NAME = EXPRESSION']... [-o OUTPUT] INPUT\n"
     "\n"
     "  -s SEPARATOR     the character between fields, or the word tab; otherwise a semicolon\n"
     "  -k HEADER_LINES  how many lines to skip at the start; otherwise 1\n"
     "  -c COLUMN,...    the columns of INPUT from left to right: NAME is a column of numbers,\n"
-    "                   NAME:text one of texts, - one that is left out\n"
+    "                   NAME:text one of texts, - one that is left out; dates and times are\n"
+    "                   NAME:iso     YYYY-MM-DD, or in the library's forms\n"
+    "                   NAME:date0   DD.MM.YYYY    NAME:date2   MM.DD.YYYY\n"
+    "                   NAME:date1   DD.MM.YY      NAME:date4   MM.DD.YY      19YY\n"
+    "                   NAME:date3   DD.MM.YY      NAME:date5   MM.DD.YY      1920 to 2019\n"
+    "                   NAME:date6   YYYYMMDD      NAME:date8   YYMMDD        1920 to 2019\n"
+    "                   NAME:time0   HH:MM         NAME:time1   HH:MM:SS\n"
+    "                   NAME:time2   HH:MM:SS:TTT  NAME:time3   HHMMSSTTT\n"
+    "                   NAME:time4   HHMM          any character stands between the numbers\n"
     "  -x NAME = EXPR   a further column, computed for each row; may be given several times\n"
-    "  -o OUTPUT        the file to write; it is replaced only when the run succeeds\n"
+    "  -o OUTPUT        the file to write; otherwise INPUT with -result in its name. It is\n"
+    "                   replaced only when the run succeeds\n"
     "  -h               this text\n"
     "\n"
     "Expressions are in reverse Polish notation, words with blanks between them: first the\n"
-    "values, then what to do with them. Values are numbers, columns of numbers, results of\n"
-    "earlier expressions, PI and E (which is 2.71). Operations, b under a on the stack:\n"
+    "values, then what to do with them. Values are numbers, columns of numbers, dates (as a\n"
+    "count of days) and times (in seconds), results of earlier expressions, PI and E (which\n"
+    "is 2.71). Operations, b under a on the stack:\n"
     "  + - * /          b + a, b - a, b * a, b / a\n"
     "  POW MOD          b to the power a; the remainder of a divided by b\n"
     "  SQRT SQR ABS FLOOR CEIL EXP LN LOG10\n"

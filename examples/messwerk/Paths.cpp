@@ -2,6 +2,8 @@
 
 #include <sys/stat.h>
 
+#include "tqlib/files/filesystem.h"
+
 namespace messwerk {
 namespace {
 
@@ -13,6 +15,16 @@ bool isSame(struct stat const &one, struct stat const &other) {
 
 std::string libraryPath(std::string const &path) {
     return path.find('/') == std::string::npos ? "./" + path : path;
+}
+
+// A backslash or blanks at the ends, which the host allows in names, mean something else to the
+// library.
+std::optional<std::string> resultName(std::string const &input) {
+    TQFilename name = fromHostPath(input);
+    if (!isOrdinaryFile(input) || hostPath(name) != input || name.isValidWithWildcards() == 0)
+        return std::nullopt;
+    name.newName(name.GetFilename() + "-result");
+    return hostPath(name).string();
 }
 
 bool isSameFile(std::string const &path, std::string const &other) {

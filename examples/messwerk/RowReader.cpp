@@ -29,12 +29,19 @@ std::string_view misquotedField(std::string_view line, char separator) {
     return {};
 }
 
-/// What is wrong with a field of a number column; empty, with the number in `cell`, if nothing is.
-std::string numberFault(Cell &cell) {
-    auto const number = wholeNumber(cell.text);
+/// What the field of a column stands for; nothing if it isn't what the column holds.
+std::optional<double> numberOf(Column const &column, TQString const &text) {
+    return column.form == nullptr ? wholeNumber(text) : momentOf(*column.form, text);
+}
+
+/// What is wrong with a field that has to have a number; empty, with the number in `cell`, if
+/// nothing is.
+std::string numberFault(Column const &column, Cell &cell) {
+    auto const number = numberOf(column, cell.text);
     if (!number) {
-        bool const isEmpty = TQString(cell.text).Trim().IsEmpty();
-        return isEmpty ? "is empty" : "isn't a number: " + quoted(cell.text.view());
+        if (TQString(cell.text).Trim().IsEmpty()) return "is empty";
+        std::string const what = column.form == nullptr ? "number" : describe(*column.form);
+        return "isn't a " + what + ": " + quoted(cell.text.view());
     }
     cell.number = *number;
     if (std::fabs(*number) < tooLarge) return {};
@@ -103,8 +110,8 @@ std::string RowReader::readField(std::size_t index) {
         cell.text.Empty();
     else
         lines_.fields() >> cell.text;
-    if (columns_[index].kind != ColumnKind::Number) return {};
-    std::string const fault = numberFault(cell);
+    if (!hasNumber(columns_[index].kind)) return {};
+    std::string const fault = numberFault(columns_[index], cell);
     return fault.empty() ? fault : columns_[index].name + " " + fault;
 }
 

@@ -34,16 +34,40 @@ void Statistics::add(double value) {
     ++count_;
 }
 
+void Dates::add(double days) {
+    auto const step = static_cast<long>(days - previous_);
+    if (count_ > 0 && step > 0) ++steps_[step];
+    first_ = count_ == 0 ? days : std::min(first_, days);
+    last_ = count_ == 0 ? days : std::max(last_, days);
+    previous_ = days;
+    ++count_;
+}
+
+long Dates::gaps() const {
+    long count = 0;
+    for (auto const &[days, times] : steps_)
+        if (days >= 2 * steps_.begin()->first) count += times;
+    return count;
+}
+
 Summary::Summary(Options const &options)
     : input_(options.input),
       output_(options.output),
       columns_(resultColumns(options)),
-      statistics_(columns_.size()) {}
+      statistics_(columns_.size()),
+      dates_(columns_.size()),
+      nameWidth_(widthOf("Column")) {
+    for (Column const &column : columns_)
+        nameWidth_ = std::max(nameWidth_, widthOf(column.name));
+}
 
 void Summary::add(Row const &row) {
     ++written_;
     for (std::size_t i = 0; i < columns_.size(); ++i)
-        if (columns_[i].kind == ColumnKind::Number) statistics_[i].add(row[i].number);
+        if (columns_[i].kind == ColumnKind::Date)
+            dates_[i].add(row[i].number);
+        else if (hasNumber(columns_[i].kind))
+            statistics_[i].add(row[i].number);
 }
 
 void Summary::refuse(long line, std::string const &reason) {
@@ -58,29 +82,61 @@ void Summary::print(std::FILE *out, long blankLines) const {
                std::to_string(rows()) + " read, " + std::to_string(refused_) + " refused, " +
                    std::to_string(written_) + " written");
     if (blankLines > 0) printLabel(out, "", counted(blankLines, "blank line") + " passed over");
-    printColumns(out);
+    if (written_ > 0) {
+        printDates(out);
+        printTimes(out);
+        printColumns(out);
+    }
     printVanishing(out);
     printRefusals(out);
 }
 
 void Summary::printColumns(std::FILE *out) const {
-    if (written_ == 0) return;
-    int width = widthOf("Column");
-    for (Column const &column : columns_)
-        width = std::max(width, widthOf(column.name));
-    std::fprintf(out, "\n%-*s  %14s  %14s  %14s\n", width, "Column", "Minimum", "Maximum", "Mean");
+    if (!has(ColumnKind::Number)) return;
+    std::fprintf(out, "\n%-*s  %14s  %14s  %14s\n", nameWidth_, "Column", "Minimum", "Maximum",
+                 "Mean");
     for (std::size_t i = 0; i < columns_.size(); ++i) {
         if (columns_[i].kind != ColumnKind::Number) continue;
         Statistics const &values = statistics_[i];
-        std::fprintf(out, "%-*s  %14.9g  %14.9g  %14.9g\n", width, columns_[i].name.c_str(),
+        std::fprintf(out, "%-*s  %14.9g  %14.9g  %14.9g\n", nameWidth_, columns_[i].name.c_str(),
                      values.minimum(), values.maximum(), values.mean());
+    }
+}
+
+bool Summary::has(ColumnKind kind) const {
+    return std::ranges::find(columns_, kind, &Column::kind) != columns_.end();
+}
+
+void Summary::printDates(std::FILE *out) const {
+    if (!has(ColumnKind::Date)) return;
+    std::fprintf(out, "\n%-*s  %14s  %14s  %14s  %6s\n", nameWidth_, "Dates", "First", "Last",
+                 "Days", "Gaps");
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        if (columns_[i].kind != ColumnKind::Date) continue;
+        TQString const first = dateText(dates_[i].first()), last = dateText(dates_[i].last());
+        std::fprintf(out, "%-*s  %14s  %14s  %14ld  %6ld\n", nameWidth_, columns_[i].name.c_str(),
+                     static_cast<char const *>(first), static_cast<char const *>(last),
+                     dates_[i].span(), dates_[i].gaps());
+    }
+}
+
+void Summary::printTimes(std::FILE *out) const {
+    if (!has(ColumnKind::Time)) return;
+    std::fprintf(out, "\n%-*s  %14s  %14s\n", nameWidth_, "Times", "Earliest", "Latest");
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        if (columns_[i].kind != ColumnKind::Time) continue;
+        TQString const earliest = timeText(statistics_[i].minimum());
+        TQString const latest = timeText(statistics_[i].maximum());
+        std::fprintf(out, "%-*s  %14s  %14s\n", nameWidth_, columns_[i].name.c_str(),
+                     static_cast<char const *>(earliest), static_cast<char const *>(latest));
     }
 }
 
 // The library writes six decimals.
 void Summary::printVanishing(std::FILE *out) const {
     for (std::size_t i = 0; i < columns_.size(); ++i)
-        if (long const count = statistics_[i].vanishing(); count > 0)
+        if (long const count = statistics_[i].vanishing();
+            count > 0 && columns_[i].kind == ColumnKind::Number)
             std::fprintf(out, "\n%s: %s too small for six decimals, written as 0\n",
                          columns_[i].name.c_str(), counted(count, "value").c_str());
 }

@@ -3,6 +3,7 @@
 // What a run has to say at its end.
 
 #include <cstdio>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -33,6 +34,29 @@ class Statistics {
     double lost_ = 0.0;  ///< what rounding took from the sum
 };
 
+/// The dates of a column.
+class Dates {
+  public:
+    void add(double days);
+
+    double first() const { return first_; }
+    double last() const { return last_; }
+
+    /// Days from the first to the last date.
+    long span() const { return static_cast<long>(last_ - first_); }
+
+    /// Steps ahead from a row to the next one that are at least twice the smallest: where a series
+    /// lacks dates.
+    long gaps() const;
+
+  private:
+    long count_ = 0;
+    double first_ = 0.0;
+    double last_ = 0.0;
+    double previous_ = 0.0;
+    std::map<long, long> steps_;  ///< how often there was a step of so many days ahead
+};
+
 class Summary {
   public:
     explicit Summary(Options const &options);
@@ -57,12 +81,17 @@ class Summary {
     };
 
     void printColumns(std::FILE *out) const;
+    void printDates(std::FILE *out) const;
+    void printTimes(std::FILE *out) const;
+    bool has(ColumnKind kind) const;
     void printVanishing(std::FILE *out) const;
     void printRefusals(std::FILE *out) const;
 
     std::string input_, output_;
     std::vector<Column> columns_;
-    std::vector<Statistics> statistics_;  ///< one for each column, used for numbers
+    std::vector<Statistics> statistics_;  ///< one for each column, used for numbers and times
+    std::vector<Dates> dates_;            ///< one for each column, used for dates
+    int nameWidth_;
     std::vector<Refusal> refusals_;
     long written_ = 0;
     long refused_ = 0;

@@ -168,6 +168,29 @@ TEST_F(Messwerk, LeavesOutRowsWithAFaultAndSaysWhy) {
     }
 }
 
+TEST_F(Messwerk, SumsUpDatesAndTimes) {
+    ASSERT_EQ(runOn("05.03.2004;07:05;040305\n06.03.2004;23:59;040306\n10.03.2004;00:00;040307\n"
+                    "29.02.2003;00:00;040308\n7.3.2004;00:00;040308\n05.03.2004;24:00;040308\n",
+                    "a:date0,b:time0,c:date8", {"-x", "d = a 731645 -", "-x", "f = b 60 /"}),
+              0);
+    EXPECT_TRUE(says("05.03.2004      10.03.2004               5       1")) << out_;
+    EXPECT_TRUE(says("05.03.2004      07.03.2004               2       0")) << out_;
+    EXPECT_TRUE(says("00:00:00        23:59:00")) << out_;
+    EXPECT_TRUE(says("line 4: a isn't a date of the form date0: \"29.02.2003\"")) << out_;
+    EXPECT_TRUE(says("line 5: a isn't a date") && says("line 6: b isn't a time")) << out_;
+    EXPECT_EQ(figures("d")[0], 0);
+    EXPECT_EQ(figures("f")[1], 1439);
+}
+
+TEST_F(Messwerk, NamesTheResultAfterTheInput) {
+    folder_.write("in.tar.csv", "1\n");
+    EXPECT_EQ(run({"-k", "0", "-c", "a", "in.tar.csv"}), 0) << err_;
+    EXPECT_EQ(folder_.read("in.tar-result.csv"), "\"a\";\n1.;\n");
+    folder_.write("in\\a.csv", "1\n");
+    EXPECT_EQ(run({"-k", "0", "-c", "a", "in\\a.csv"}), 2);
+    EXPECT_EQ(run({"-c", "a", "/dev/stdin"}), 2);
+}
+
 TEST_F(Messwerk, NumbersLinesAsAnEditorDoes) {
     std::string const full = "5" + std::string(9190, ' ');  // all that a line has room for
     std::string const over = full + std::string(9191, ' ');
