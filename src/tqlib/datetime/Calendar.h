@@ -68,14 +68,16 @@ constexpr DerivedFields deriveAnyFields(std::int64_t year, int month, std::int64
 /// The same; a date of a calendar, as nearly all are, takes a shorter way in 32 bits. It is put
 /// into its caller, because results that go by memory cost more than the calculation.
 [[gnu::always_inline]] constexpr DerivedFields deriveFields(std::int32_t year, int month, int day) {
-    bool const isDate = year >= 1 && month >= 1 && month <= 12 && day >= 1 && day <= 31;
+    bool const isDate = (year >= 1) & (static_cast<unsigned>(month) - 1 < 12) &
+                        (static_cast<unsigned>(day) - 1 < 31);
     if (!isDate) return deriveAnyFields(year, month, day);
     auto const years = static_cast<std::uint32_t>(year) - 1;
     std::uint32_t const centuries = years / 100;
     auto const first = static_cast<int>((years + years / 4 - centuries + centuries / 4 + 1) % 7);
     int const leapDay = static_cast<int>(isLeapYear(year) & (month > 2));
     int const dayInYear = daysBeforeMonth[static_cast<unsigned>(month)] + leapDay + day;
-    return {dayInYear, (first + dayInYear - 1) % 7, weekInYearOf(year, dayInYear, first)};
+    auto const weekday = static_cast<std::uint32_t>(first + dayInYear - 1) % 7;
+    return {dayInYear, static_cast<int>(weekday), weekInYearOf(year, dayInYear, first)};
 }
 
 /// The day count of a date.
@@ -108,16 +110,21 @@ struct CivilDate {
     // Years that begin in March have their leap day at the end, and 400 of them are all alike.
     constexpr unsigned daysOfEra = 146097, daysFromMarch = 306;
     std::uint64_t const days = static_cast<std::uint64_t>(count) + daysFromMarch - 1;
-    auto const day = static_cast<unsigned>(days % daysOfEra);
-    unsigned const year = (day - day / 1460 + day / 36524 - day / 146096) / 365;
-    unsigned const dayOfYear = day - (365 * year + year / 4 - year / 100);
-    unsigned const month = (5 * dayOfYear + 2) / 153;  // 0 for March
-    unsigned const next = month / 10;                  // 1 for January and February
-    unsigned const leapDay = static_cast<unsigned>(isLeapYear(static_cast<int>(year)));
-    return {static_cast<std::int64_t>(days / daysOfEra * 400 + year + next),
-            static_cast<int>(month + 3 - 12 * next), dayOfYear - (153 * month + 2) / 5 + 1,
-            static_cast<int>(dayOfYear + 1 +
-                             (next != 0 ? 0 - daysFromMarch : 365 - daysFromMarch + leapDay))};
+    auto const era = static_cast<std::int64_t>(days / daysOfEra);
+    std::uint32_t const quarters = 4 * static_cast<std::uint32_t>(days % daysOfEra) + 3;
+    std::uint32_t const century = quarters / daysOfEra;
+    // Products in place of divisions by 1461 quarters of a day in a year, and by 30.6 days in a
+    // month: C. Neri, L. Schneider, Euclidean affine functions, 2022.
+    constexpr std::uint32_t perYear = 2939745, perMonth = 2141, beforeMarch = 197913;
+    std::uint64_t const years = std::uint64_t{perYear} * (quarters % daysOfEra | 3);
+    std::uint32_t const year = 100 * century + static_cast<std::uint32_t>(years >> 32);
+    std::uint32_t const dayOfYear = static_cast<std::uint32_t>(years) / perYear / 4;
+    std::uint32_t const months = perMonth * dayOfYear + beforeMarch;
+    int const next = static_cast<int>(dayOfYear >= daysFromMarch);  // January and February
+    int const leapDay = static_cast<int>(isLeapYear(static_cast<int>(year)));
+    int const dayInYear = static_cast<int>(dayOfYear) + 60 + leapDay - next * (365 + leapDay);
+    return {400 * era + year + next, static_cast<int>(months >> 16) - 12 * next,
+            (months & 0xFFFF) / perMonth + 1, dayInYear};
 }
 
 }  // namespace tqlib::detail

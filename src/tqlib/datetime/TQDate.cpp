@@ -140,6 +140,8 @@ void read(char const *text, int &day, int &month, int &year) {
 /// How a form is written and read. Each form has functions of its own, in which its row of the
 /// table is a constant.
 struct FormFunctions {
+    FormUse written;
+    FormUse reading;
     char *(*writeCommon)(char *target, int day, int month, int year, char separator);
     char *(*writeAny)(char *target, int day, int month, int year, char separator);
     void (*read)(char const *text, int &day, int &month, int &year);
@@ -147,13 +149,14 @@ struct FormFunctions {
 
 constexpr auto formFunctions = []<std::size_t... number>(std::index_sequence<number...>) {
     return std::array<FormFunctions, sizeof...(number)>{
-        {{&writeCommon<number>, &writeAny<number>, &read<number>}...}};
+        {{forms[number].written, forms[number].read, &writeCommon<number>, &writeAny<number>,
+          &read<number>}...}};
 }
 (std::make_index_sequence<std::size(forms)>());
 
-std::size_t numberOf(int format) {
-    bool const known = format >= 0 && static_cast<std::size_t>(format) < std::size(forms);
-    return known ? static_cast<std::size_t>(format) : noForm;
+FormFunctions const &functionsOf(int format) {
+    auto const number = static_cast<unsigned>(format);
+    return formFunctions[number < std::size(forms) ? number : noForm];
 }
 
 // What follows the separator behind a number of a text that is read freely, or null.
@@ -273,38 +276,36 @@ void TQDate::add(int days, int months, int years) {
                 days);
 }
 
-// Writes the text to `target`, which has room for it. The result is the place behind the text.
-char *TQDate::write(char *target, bool isCommon) const {
-    FormFunctions const &functions = formFunctions[numberOf(format_)];
-    auto const function = isCommon ? functions.writeCommon : functions.writeAny;
-    return function(target, day_, month_, year_, separator_);
-}
-
 TQDate::operator char *() const {
     static char text[textFormRoom];
-    bool const isWritten = isFor(forms[numberOf(format_)].written, false);
-    char *const end = isWritten ? write(text, isCommon(day_, month_, year_)) : text;
+    FormFunctions const &form = functionsOf(format_);
+    bool const common = isCommon(day_, month_, year_);
+    auto const write = common ? form.writeCommon : form.writeAny;
+    char *end = text;
+    if (isFor(form.written, false)) end = write(text, day_, month_, year_, separator_);
     *end = '\0';
     return text;
 }
 
 TQDate::operator TQString() const {
     TQString text;
-    if (!isFor(forms[numberOf(format_)].written, true)) return text;
+    FormFunctions const &form = functionsOf(format_);
+    if (!isFor(form.written, true)) return text;
     bool const common = isCommon(day_, month_, year_);
+    auto const write = common ? form.writeCommon : form.writeAny;
     char *const buffer = text.GetBuffer(common ? commonRoom : textFormRoom);
-    char const *const end = write(buffer, common);
-    text.ReleaseBuffer(static_cast<int>(end - buffer));
-    if (separator_ == '\0') text = TQString(static_cast<char const *>(text));
+    char *const end = write(buffer, day_, month_, year_, separator_);
+    *end = '\0';
+    text.ReleaseBuffer(separator_ == '\0' ? -1 : static_cast<int>(end - buffer));
     return text;
 }
 
 void TQDate::readColumns(char const *text) {
-    formFunctions[numberOf(format_)].read(text, day_, month_, year_);
+    functionsOf(format_).read(text, day_, month_, year_);
 }
 
 TQDate &TQDate::operator=(char const *text) {
-    if (forms[numberOf(format_)].read == FormUse::none) {
+    if (functionsOf(format_).reading == FormUse::none) {
         year_ = month_ = day_ = 0;
     } else {
         readColumns(text);
@@ -316,7 +317,7 @@ TQDate &TQDate::operator=(char const *text) {
 TQDate &TQDate::operator=(TQString text) {
     if (format_ >= 0 && format_ < freeForms)
         readFreely(text);
-    else if (forms[numberOf(format_)].read != FormUse::none)
+    else if (functionsOf(format_).reading != FormUse::none)
         readColumns(text);
     setDerived();
     return *this;

@@ -21,17 +21,16 @@ char *putAnyNumber(char *target, int value, unsigned width, char fill) {
     return std::copy_n(first, length, target);
 }
 
-int Columns::takeAny(unsigned width) {
-    char const *const end = next_ + strnlen(next_, width);
-    while (next_ != end && isWhiteSpace(*next_))
-        ++next_;
-    bool const negative = next_ != end && *next_ == '-';
-    if (next_ != end && isSign(*next_)) ++next_;
+Columns::Taken Columns::takeAny(char const *next, unsigned width) {
+    char const *const end = next + strnlen(next, width);
+    while (next != end && isWhiteSpace(*next))
+        ++next;
+    bool const negative = next != end && *next == '-';
+    if (next != end && isSign(*next)) ++next;
     int value = 0;
-    for (; next_ != end && isDigit(*next_); ++next_)
-        value = value * 10 + (*next_ - '0');
-    next_ = end;
-    return negative ? -value : value;
+    for (; next != end && isDigit(*next); ++next)
+        value = value * 10 + (*next - '0');
+    return {end, negative ? -value : value};
 }
 
 }  // namespace tqlib::detail

@@ -51,7 +51,11 @@ class Columns {
         int value = 0;
         for (unsigned i = 0; i < width; ++i) {
             auto const digit = static_cast<unsigned>(next_[i] - '0');
-            if (digit > 9) return takeAny(width);
+            if (digit > 9) [[unlikely]] {
+                Taken const taken = takeAny(next_, width);
+                next_ = taken.behind;
+                return taken.value;
+            }
             value = value * 10 + static_cast<int>(digit);
         }
         next_ += width;
@@ -64,7 +68,13 @@ class Columns {
     }
 
   private:
-    int takeAny(unsigned width);
+    struct Taken {
+        char const *behind;
+        int value;
+    };
+
+    // Gets and gives the place by value, so that it can stay in a register.
+    static Taken takeAny(char const *next, unsigned width);
 
     char const *next_;
 };

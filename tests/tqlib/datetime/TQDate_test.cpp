@@ -157,6 +157,16 @@ TEST(TQDate, TextsInEveryForm) {
         }
 }
 
+TEST(TQDate, ANulAsSeparatorEndsTheText) {
+    TQDate date(5, 3, 2004);
+    date.setSeparator('\0');
+    TQString const separated = date;
+    date.setFormat(6);
+    TQString const whole = date;
+    EXPECT_EQ(separated, "05");
+    EXPECT_EQ(whole, "20040305");
+}
+
 TEST(TQDate, NumbersOfAnySizePrintAsPrintfPrintsThem) {
     constexpr char const *formats[] = {"%02d-%02d-%4d", "%02d-%02d-%2d", "%4$02d%2$02d%1$02d"};
     for (int const value : {INT_MIN, -12345, -100, -99, -1, 0, 9, 10, 99, 100, 9999, INT_MAX}) {
