@@ -369,7 +369,7 @@ TQDate TQDate::operator-(long days) const {
     return result;
 }
 
-classic::ostream &operator<<(classic::ostream &stream, TQDate date) {
+classic::ostream &operator<<(classic::ostream &stream, TQDate const &date) {
     return stream << static_cast<char const *>(date.operator char *());
 }
 

@@ -128,12 +128,12 @@ class TQLIB_API TQDate {
     TQDate &operator=(TQDate const &) = default;
 
     /// Compare year, month and day; 1 or 0.
-    int operator==(TQDate const &other) const { return compare(other) == 0; }
-    int operator!=(TQDate const &other) const { return compare(other) != 0; }
-    int operator<(TQDate const &other) const { return compare(other) < 0; }
-    int operator>(TQDate const &other) const { return compare(other) > 0; }
-    int operator<=(TQDate const &other) const { return compare(other) <= 0; }
-    int operator>=(TQDate const &other) const { return compare(other) >= 0; }
+    int operator==(TQDate const &other) const { return std::is_eq(compare(other)); }
+    int operator!=(TQDate const &other) const { return std::is_neq(compare(other)); }
+    int operator<(TQDate const &other) const { return std::is_lt(compare(other)); }
+    int operator>(TQDate const &other) const { return std::is_gt(compare(other)); }
+    int operator<=(TQDate const &other) const { return std::is_lteq(compare(other)); }
+    int operator>=(TQDate const &other) const { return std::is_gteq(compare(other)); }
 
     /// The date of the sum or difference of two day counts. A difference of two dates converts to
     /// the number of days between them, if there is one day at least. The result has the form and
@@ -167,7 +167,7 @@ class TQLIB_API TQDate {
 };
 
 /// Writes the text of the date; empty in the forms 8 and 9 on a classic stream.
-TQLIB_API classic::ostream &operator<<(classic::ostream &stream, TQDate date);
+TQLIB_API classic::ostream &operator<<(classic::ostream &stream, TQDate const &date);
 inline std::ostream &operator<<(std::ostream &stream, TQDate const &date) {
     return stream << date.operator TQString();
 }

@@ -207,7 +207,7 @@ TQTime TQTime::operator-(int seconds) const {
     return moved(-std::int64_t{seconds});
 }
 
-classic::ostream &operator<<(classic::ostream &stream, TQTime time) {
+classic::ostream &operator<<(classic::ostream &stream, TQTime const &time) {
     return stream << static_cast<char const *>(time.operator char *());
 }
 

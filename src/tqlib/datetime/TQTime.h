@@ -107,12 +107,12 @@ class TQLIB_API TQTime {
     TQTime &operator=(TQString text);
 
     /// Compare hour, minute, second and thousandths; 1 or 0.
-    int operator==(TQTime const &other) const { return compare(other) == 0; }
-    int operator!=(TQTime const &other) const { return compare(other) != 0; }
-    int operator<(TQTime const &other) const { return compare(other) < 0; }
-    int operator>(TQTime const &other) const { return compare(other) > 0; }
-    int operator<=(TQTime const &other) const { return compare(other) <= 0; }
-    int operator>=(TQTime const &other) const { return compare(other) >= 0; }
+    int operator==(TQTime const &other) const { return std::is_eq(compare(other)); }
+    int operator!=(TQTime const &other) const { return std::is_neq(compare(other)); }
+    int operator<(TQTime const &other) const { return std::is_lt(compare(other)); }
+    int operator>(TQTime const &other) const { return std::is_gt(compare(other)); }
+    int operator<=(TQTime const &other) const { return std::is_lteq(compare(other)); }
+    int operator>=(TQTime const &other) const { return std::is_gteq(compare(other)); }
 
     /// Add or subtract seconds: those of the other time, all of them after TQTime(long), or a
     /// number. The result has the thousandths, form and separator of this time, and the overflow of
@@ -147,7 +147,7 @@ class TQLIB_API TQTime {
 };
 
 /// Writes the text of the time; empty in the forms 4 and 5 on a classic stream.
-TQLIB_API classic::ostream &operator<<(classic::ostream &stream, TQTime time);
+TQLIB_API classic::ostream &operator<<(classic::ostream &stream, TQTime const &time);
 inline std::ostream &operator<<(std::ostream &stream, TQTime const &time) {
     return stream << time.operator TQString();
 }

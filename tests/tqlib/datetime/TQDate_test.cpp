@@ -61,7 +61,7 @@ TEST(TQDate, EveryDayOfThirtyOneCenturies) {
         // Year 0 counts as a common one.
         ASSERT_EQ(date.numberofdays(), count + (date.year() == 0 ? 1 : 0)) << dmy(date);
         if (count > 0) {
-            TQDate const moved = TQDate(1, 1, 1) + (count - 1);
+            TQDate const moved = TQDate(1, 1, 1) + static_cast<long>(count - 1);
             ASSERT_TRUE(moved == date) << count;
             ASSERT_EQ(moved.weekday(), date.weekday()) << count;
             ASSERT_EQ(moved.dayInYear(), date.dayInYear()) << count;
