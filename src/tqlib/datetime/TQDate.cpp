@@ -195,7 +195,7 @@ TQDate::TQDate(char const *text, int format, char separator) : TQDate(format, se
     *this = text;
 }
 
-TQDate::TQDate(TQString text, int format, char separator) : TQDate(format, separator) {
+TQDate::TQDate(TQString const &text, int format, char separator) : TQDate(format, separator) {
     *this = text;
 }
 
@@ -314,7 +314,7 @@ TQDate &TQDate::operator=(char const *text) {
     return *this;
 }
 
-TQDate &TQDate::operator=(TQString text) {
+TQDate &TQDate::operator=(TQString const &text) {
     if (format_ >= 0 && format_ < freeForms)
         readFreely(text);
     else if (functionsOf(format_).reading != FormUse::none)

@@ -54,7 +54,7 @@ class TQLIB_API TQDate {
 
     /// Read `text` in the form `format`; see operator=. What the text doesn't set is 0.
     TQDate(char const *text, int format, char separator);
-    TQDate(TQString text, int format, char separator);
+    TQDate(TQString const &text, int format, char separator);
 
     int year() const { return year_; }
     int month() const { return month_; }
@@ -118,7 +118,7 @@ class TQLIB_API TQDate {
     /// Read a text in the current form; see above. Null counts as empty. In a form that isn't read
     /// the text sets all three values to 0, a TQString none.
     TQDate &operator=(char const *text);
-    TQDate &operator=(TQString text);
+    TQDate &operator=(TQString const &text);
 
     /// Takes the date over; the separator becomes `.`, the form stays. A moment that isn't valid
     /// gives -1 for year, month and day.

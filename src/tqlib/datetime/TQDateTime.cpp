@@ -81,12 +81,12 @@ void TQDateTime::now() {
     valid_ = 1;
 }
 
-void TQDateTime::SetDate(TQDate date) {
+void TQDateTime::SetDate(TQDate const &date) {
     date_ = date;
     valid_ = 1;
 }
 
-void TQDateTime::SetTime(TQTime time) {
+void TQDateTime::SetTime(TQTime const &time) {
     time_ = time;
     valid_ = 1;
 }

@@ -67,8 +67,8 @@ class TQLIB_API TQDateTime {
     TQTime GetTime() const { return time_; }
 
     /// Assign a part with its form. The moment is valid then.
-    void SetDate(TQDate date);
-    void SetTime(TQTime time);
+    void SetDate(TQDate const &date);
+    void SetTime(TQTime const &time);
 
     /// 1 if the moment was set from something, else 0.
     int isValid() const { return valid_; }

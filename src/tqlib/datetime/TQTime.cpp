@@ -185,7 +185,7 @@ TQTime &TQTime::operator=(char const *text) {
     return *this;
 }
 
-TQTime &TQTime::operator=(TQString text) {
+TQTime &TQTime::operator=(TQString const &text) {
     read(text, true);
     return *this;
 }

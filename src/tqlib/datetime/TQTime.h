@@ -104,7 +104,7 @@ class TQLIB_API TQTime {
     /// sets them to 0, and overflow stays. In a form that isn't read hour and minute become 0, and
     /// seconds and thousandths stay.
     TQTime &operator=(char const *text);
-    TQTime &operator=(TQString text);
+    TQTime &operator=(TQString const &text);
 
     /// Compare hour, minute, second and thousandths; 1 or 0.
     int operator==(TQTime const &other) const { return std::is_eq(compare(other)); }
