@@ -31,14 +31,13 @@ constexpr std::int64_t dayInYearOf(std::int64_t year, int month, std::int64_t da
     return daysBeforeMonth[static_cast<unsigned>(month)] + leapDay + day;
 }
 
-/// The weekday, 0 for Sunday, or noDay. It is the remainder of a division that truncates, so that
-/// it is below 0 where the sum behind it is.
+/// The weekday, 0 for Sunday to 6, or noDay.
 constexpr int weekdayOf(std::int64_t year, int month, std::int64_t day) {
     if (month < 1 || month > 12) return noDay;
     std::int64_t const leapDay = month <= 2 && isLeapYear(year) ? 1 : 0;
     std::int64_t const sum = year + year / 4 - year / 100 + year / 400 +
                              daysBeforeMonth[static_cast<unsigned>(month)] + day + 6 - leapDay;
-    return static_cast<int>(sum % 7);
+    return static_cast<int>((sum % 7 + 7) % 7);
 }
 
 /// What is worked out of a date.
@@ -58,8 +57,17 @@ constexpr Number weekInYearOf(Number year, Number dayInYear, int first) {
     return week == 53 && weekdayOf(year, 12, 31) < 4 ? 1 : week;
 }
 
+/// The same for a day of a year from year 0 on. All but the first and last days go without a jump.
+constexpr std::int32_t weekOfDay(std::int32_t year, std::int32_t dayInYear, int first) {
+    constexpr std::array<std::uint8_t, 7> shifts = {5, 6, 7, 8, 9, 3, 4};
+    std::uint32_t const week =
+        (static_cast<std::uint32_t>(dayInYear) + shifts[static_cast<unsigned>(first)]) / 7;
+    return week - 1 < 52 ? static_cast<std::int32_t>(week) : weekInYearOf(year, dayInYear, first);
+}
+
 /// The derived fields of any date.
-constexpr DerivedFields deriveAnyFields(std::int64_t year, int month, std::int64_t day) {
+[[gnu::noinline]] constexpr DerivedFields deriveAnyFields(std::int64_t year, int month,
+                                                          std::int64_t day) {
     std::int64_t const dayInYear = dayInYearOf(year, month, day);
     return {static_cast<std::int32_t>(dayInYear), weekdayOf(year, month, day),
             static_cast<std::int32_t>(weekInYearOf(year, dayInYear, weekdayOf(year, 1, 1)))};
@@ -77,7 +85,7 @@ constexpr DerivedFields deriveAnyFields(std::int64_t year, int month, std::int64
     int const leapDay = static_cast<int>(isLeapYear(year) & (month > 2));
     int const dayInYear = daysBeforeMonth[static_cast<unsigned>(month)] + leapDay + day;
     auto const weekday = static_cast<std::uint32_t>(first + dayInYear - 1) % 7;
-    return {dayInYear, static_cast<int>(weekday), weekInYearOf(year, dayInYear, first)};
+    return {dayInYear, static_cast<int>(weekday), weekOfDay(year, dayInYear, first)};
 }
 
 /// The day count of a date.

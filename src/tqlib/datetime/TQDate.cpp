@@ -195,7 +195,7 @@ TQDate::TQDate(char const *text, int format, char separator) : TQDate(format, se
     *this = text;
 }
 
-TQDate::TQDate(TQString const &text, int format, char separator) : TQDate(format, separator) {
+TQDate::TQDate(CString const &text, int format, char separator) : TQDate(format, separator) {
     *this = text;
 }
 
@@ -265,7 +265,7 @@ void TQDate::setDayCount(std::int64_t days) {
     weekday_ = static_cast<int>(static_cast<std::uint64_t>(days) % 7);
     constexpr int wholeWeeks = 53 * 7;
     int const first = (weekday_ + wholeWeeks + 1 - dayInYear_) % 7;
-    weekInYear_ = tqlib::detail::weekInYearOf(year_, dayInYear_, first);
+    weekInYear_ = tqlib::detail::weekOfDay(year_, dayInYear_, first);
 }
 
 void TQDate::add(int days, int months, int years) {
@@ -314,7 +314,7 @@ TQDate &TQDate::operator=(char const *text) {
     return *this;
 }
 
-TQDate &TQDate::operator=(TQString const &text) {
+TQDate &TQDate::operator=(CString const &text) {
     if (format_ >= 0 && format_ < freeForms)
         readFreely(text);
     else if (functionsOf(format_).reading != FormUse::none)

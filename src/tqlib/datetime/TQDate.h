@@ -22,12 +22,15 @@
 //     8  YYMMDD      read as 20YY below 20, else as 19YY; as a TQString only
 //     9  DDMMYYYY    written only, as a TQString
 //
-// Reading takes fixed columns and never looks at what stands between them. A TQString in the forms
-// 0 and 1 is read freely instead: three numbers of any length with one of ",./" after the first and
-// the second; a year up to 30 counts from 2000, one up to 99 from 1900.
+// Reading takes fixed columns and never looks at what stands between them; a year of two digits in
+// four columns stays so. A CString or TQString in the forms 0 and 1 is read freely instead: three
+// numbers with one of ",./" after the first and the second, 20 characters further at most. A year
+// up to 30 counts from 2000 then, one up to 99 from 1900, also if it is the one that was there
+// before.
 //
 // Nothing here fails: a text that is no date gives fields of 0 or unchanged ones, and CheckValid()
-// tells. Days are counted from 1 January of year 1, which is day 1.
+// tells. Days are counted from 1 January of year 1, which is day 1; days before it are days of
+// January of year 1 below 1. Numbers beyond an int keep their low bits.
 
 #include <compare>
 #include <cstdint>
@@ -54,7 +57,7 @@ class TQLIB_API TQDate {
 
     /// Read `text` in the form `format`; see operator=. What the text doesn't set is 0.
     TQDate(char const *text, int format, char separator);
-    TQDate(TQString const &text, int format, char separator);
+    TQDate(CString const &text, int format, char separator);
 
     int year() const { return year_; }
     int month() const { return month_; }
@@ -66,7 +69,7 @@ class TQLIB_API TQDate {
     /// The number of the week, as ISO 8601 has it but for 1 January on a Sunday: that has week 1.
     int weekInYear() const { return weekInYear_; }
 
-    /// 1 for 1 January to 366.
+    /// 1 for 1 January to 366; days that the month doesn't have count on.
     int dayInYear() const { return dayInYear_; }
 
     /// Writes day, month and year, in this order.
@@ -94,7 +97,8 @@ class TQLIB_API TQDate {
     /// 366 in a leap year, else 365.
     int daysInYear() const { return tqlib::detail::isLeapYear(year_) ? 366 : 365; }
 
-    /// The day count of a date, of which the year comes first, or of this date.
+    /// The day count of a date, of which the year comes first, or of this date. A month outside 1
+    /// to 12 counts as the day before the first of that year.
     static long numberofdays(int year, int month, int day) {
         return static_cast<long>(tqlib::detail::dayCountOf(year, month, day));
     }
@@ -118,7 +122,7 @@ class TQLIB_API TQDate {
     /// Read a text in the current form; see above. Null counts as empty. In a form that isn't read
     /// the text sets all three values to 0, a TQString none.
     TQDate &operator=(char const *text);
-    TQDate &operator=(TQString const &text);
+    TQDate &operator=(CString const &text);
 
     /// Takes the date over; the separator becomes `.`, the form stays. A moment that isn't valid
     /// gives -1 for year, month and day.
@@ -136,8 +140,9 @@ class TQLIB_API TQDate {
     int operator>=(TQDate const &other) const { return std::is_gteq(compare(other)); }
 
     /// The date of the sum or difference of two day counts. A difference of two dates converts to
-    /// the number of days between them, if there is one day at least. The result has the form and
-    /// separator of this date, but a sum of two dates form 0 and `.`.
+    /// the number of days between them; that of equal dates is 31 December of year 0 and converts
+    /// to 1. Compare it as a long. The result has the form and separator of this date, but a sum of
+    /// two dates form 0 and `.`. Day and month stay if the month is above 12.
     TQDate operator+(TQDate const &other) const;
     TQDate operator-(TQDate const &other) const;
     TQDate operator+(long days) const;

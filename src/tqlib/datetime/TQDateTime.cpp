@@ -1,5 +1,6 @@
 #include "tqlib/datetime/TQDateTime.h"
 
+#include <climits>
 #include <iterator>
 
 namespace {
@@ -27,7 +28,10 @@ JointForm const &jointFormOf(int format) {
 
 }  // namespace
 
-TQDateTime::TQDateTime() : valid_(0), trenner_(blank), format_(0) {}
+TQDateTime::TQDateTime() : TQDateTime(TQDate(0, 0, 0), TQTime(0, 0, 0, 0)) {
+    now();
+    valid_ = 0;
+}
 
 TQDateTime::TQDateTime(TQDate const &date, TQTime const &time)
     : date_(date), time_(time), valid_(1), trenner_(blank), format_(0) {}
@@ -35,7 +39,9 @@ TQDateTime::TQDateTime(TQDate const &date, TQTime const &time)
 TQDateTime::TQDateTime(long moment) : TQDateTime() {
     std::time_t const value = moment;
     std::tm local{};
-    if (localtime_r(&value, &local) != nullptr) *this = TQDateTime(&local);
+    constexpr int mostYears = INT_MAX - 1900;
+    if (localtime_r(&value, &local) != nullptr && local.tm_year <= mostYears)
+        *this = TQDateTime(&local);
 }
 
 TQDateTime::TQDateTime(std::tm const *moment) : TQDateTime() {
@@ -61,12 +67,9 @@ TQDateTime::TQDateTime(TQString const &text) : TQDateTime(TQDate(0, 0, 0), TQTim
     time_ = TQTime(static_cast<char const *>(token), 0);
 }
 
-TQDateTime::TQDateTime(TQDateTime const &other)
-    : date_(other.valid_ != 0 ? other.date_ : TQDate()),
-      time_(other.valid_ != 0 ? other.time_ : TQTime()),
-      valid_(other.valid_),
-      trenner_(blank),
-      format_(0) {}
+TQDateTime::TQDateTime(TQDateTime const &other) : TQDateTime(other.date_, other.time_) {
+    if (other.valid_ == 0) *this = TQDateTime();
+}
 
 TQDateTime &TQDateTime::operator=(TQDateTime const &other) {
     date_ = other.date_;
@@ -76,8 +79,10 @@ TQDateTime &TQDateTime::operator=(TQDateTime const &other) {
 }
 
 void TQDateTime::now() {
-    date_.now();
-    time_.now();
+    do {
+        date_.now();
+        time_.now();
+    } while (TQDate() != date_);  // midnight came in between
     valid_ = 1;
 }
 
@@ -145,4 +150,9 @@ TQDateTime TQDateTime::operator-(TQTime const &time) const {
     if (valid_ == 0) return {};
     TQTime const difference = time_ - time;
     return {date_ + difference.overflow(), difference};
+}
+
+classic::ostream &operator<<(classic::ostream &stream, TQDateTime const &moment) {
+    TQString const text = moment;
+    return stream << static_cast<char const *>(text);
 }

@@ -36,9 +36,10 @@ class TQLIB_API TQDateTime {
     /// The date and time of `*moment`; null gives what TQDateTime() gives.
     TQDateTime(std::tm const *moment);
 
-    /// That date at midnight; today at that time.
+    /// That date at midnight; today at that time; that date at that time.
     TQDateTime(TQDate const &date);
     TQDateTime(TQTime const &time);
+    TQDateTime(TQDate const &date, TQTime const &time);
 
     /// Reads a date in its free form and, behind blanks, a time HH:MM, which is 00:00 if the text
     /// ends with the date. A blank ahead of the date makes it empty. Date and time are in form 0.
@@ -114,8 +115,6 @@ class TQLIB_API TQDateTime {
     TQDateTime operator-(TQTime const &time) const;
 
   private:
-    TQLIB_INTERNAL TQDateTime(TQDate const &date, TQTime const &time);
-
     TQDate date_;
     TQTime time_;
     int valid_;
@@ -124,6 +123,7 @@ class TQLIB_API TQDateTime {
 };
 
 /// Writes the text of the moment.
+TQLIB_API classic::ostream &operator<<(classic::ostream &stream, TQDateTime const &moment);
 inline std::ostream &operator<<(std::ostream &stream, TQDateTime const &moment) {
     return stream << moment.operator TQString();
 }

@@ -67,7 +67,8 @@ TQTime::TQTime(int hour, int minute, int second, int thousands) : format_(1), se
 TQTime::TQTime(long seconds) : TQTime(0, 0, 0, 0) {
     auto const bits = static_cast<unsigned long>(seconds);
     unsigned long const magnitude = seconds < 0 ? 0 - bits : bits;
-    setTotal(static_cast<std::int64_t>(magnitude));
+    setSecond(static_cast<int>(magnitude % secondsOfDay),
+              static_cast<std::int64_t>(magnitude / secondsOfDay));
     seconds_ = static_cast<long>(magnitude);
 }
 
@@ -119,9 +120,12 @@ void TQTime::now() {
 
 // Sets hour, minute, second and overflow from `seconds` since midnight.
 void TQTime::setTotal(std::int64_t seconds) {
-    std::int64_t days = seconds / secondsOfDay;
-    if (seconds % secondsOfDay < 0) --days;
-    int const second = static_cast<int>(seconds - days * secondsOfDay);
+    int const rest = static_cast<int>(seconds % secondsOfDay);
+    bool const isBefore = rest < 0;
+    setSecond(isBefore ? rest + secondsOfDay : rest, seconds / secondsOfDay - (isBefore ? 1 : 0));
+}
+
+void TQTime::setSecond(int second, std::int64_t days) {
     set(second / 3600, second / 60 % 60, second % 60, thousands_);
     overflow_ = static_cast<int>(days);
 }
@@ -185,7 +189,7 @@ TQTime &TQTime::operator=(char const *text) {
     return *this;
 }
 
-TQTime &TQTime::operator=(TQString const &text) {
+TQTime &TQTime::operator=(CString const &text) {
     read(text, true);
     return *this;
 }
@@ -195,16 +199,15 @@ TQTime TQTime::operator+(TQTime const &other) const {
 }
 
 TQTime TQTime::operator-(TQTime const &other) const {
-    return moved(
-        static_cast<std::int64_t>(0 - static_cast<std::uint64_t>(std::int64_t{other.seconds_})));
+    return *this - other.seconds_;
 }
 
-TQTime TQTime::operator+(int seconds) const {
+TQTime TQTime::operator+(long seconds) const {
     return moved(seconds);
 }
 
-TQTime TQTime::operator-(int seconds) const {
-    return moved(-std::int64_t{seconds});
+TQTime TQTime::operator-(long seconds) const {
+    return moved(static_cast<std::int64_t>(0 - static_cast<std::uint64_t>(seconds)));
 }
 
 classic::ostream &operator<<(classic::ostream &stream, TQTime const &time) {

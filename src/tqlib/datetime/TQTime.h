@@ -59,7 +59,8 @@ class TQLIB_API TQTime {
     /// Thousandths of a second.
     int thousands() const { return thousands_; }
 
-    /// Days that the last arithmetic ran past midnight: forward above 0, backward below.
+    /// Days that the last arithmetic ran past midnight: forward above 0, backward below. Days
+    /// beyond an int keep their low bits.
     int overflow() const { return overflow_; }
 
     /// Writes the four values.
@@ -104,7 +105,7 @@ class TQLIB_API TQTime {
     /// sets them to 0, and overflow stays. In a form that isn't read hour and minute become 0, and
     /// seconds and thousandths stay.
     TQTime &operator=(char const *text);
-    TQTime &operator=(TQString const &text);
+    TQTime &operator=(CString const &text);
 
     /// Compare hour, minute, second and thousandths; 1 or 0.
     int operator==(TQTime const &other) const { return std::is_eq(compare(other)); }
@@ -119,11 +120,14 @@ class TQLIB_API TQTime {
     /// this operation alone.
     TQTime operator+(TQTime const &other) const;
     TQTime operator-(TQTime const &other) const;
-    TQTime operator+(int seconds) const;
-    TQTime operator-(int seconds) const;
+    TQTime operator+(long seconds) const;
+    TQTime operator-(long seconds) const;
+    TQTime operator+(int seconds) const { return *this + static_cast<long>(seconds); }
+    TQTime operator-(int seconds) const { return *this - static_cast<long>(seconds); }
 
   private:
     TQLIB_INTERNAL void read(char const *text, bool isString);
+    TQLIB_INTERNAL void setSecond(int second, std::int64_t days);
     TQLIB_INTERNAL void setTotal(std::int64_t seconds);
     TQLIB_INTERNAL TQTime moved(std::int64_t seconds) const;
 

@@ -15,8 +15,8 @@ inline std::chrono::sys_days toSysDays(TQDate const &date) {
     return std::chrono::year(date.year()) / date.month() / date.day();
 }
 
-/// The date of `days`, which a std::chrono::year_month_day converts to, in form 0 with the
-/// separator `.`.
+/// The date of `days`, with a year from -32767 to 32767, which a std::chrono::year_month_day
+/// converts to, in form 0 with the separator `.`.
 inline TQDate fromSysDays(std::chrono::sys_days days) {
     std::chrono::year_month_day const date = days;
     return TQDate(static_cast<int>(static_cast<unsigned>(date.day())),

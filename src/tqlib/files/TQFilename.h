@@ -14,6 +14,9 @@
 // It works on the text alone, with the rules of Windows paths: a drive is a character and a colon,
 // the backslash separates folders. No file is looked at and nothing is normalised.
 
+#include <cstddef>
+#include <string_view>
+
 #include "tqlib/foundation/Export.h"
 #include "tqlib/foundation/TQString.h"
 
@@ -44,10 +47,16 @@ class TQLIB_API TQFilename : public TQString {
     /// else is normalised: a\..\b and b differ.
     int operator==(TQFilename const &other) const;
     int operator!=(TQFilename const &other) const { return !(*this == other); }
+
+    /// The same with the path of a text. Note that the order of < stays that of the bytes.
     int operator==(CString const &other) const { return *this == TQFilename(other); }
     int operator!=(CString const &other) const { return !(*this == other); }
     int operator==(char const *other) const { return *this == TQFilename(other); }
     int operator!=(char const *other) const { return !(*this == other); }
+    friend int operator==(CString const &text, TQFilename const &path) { return path == text; }
+    friend int operator!=(CString const &text, TQFilename const &path) { return path != text; }
+    friend int operator==(char const *text, TQFilename const &path) { return path == text; }
+    friend int operator!=(char const *text, TQFilename const &path) { return path != text; }
 
     /// The parts, held by this object and good until its next such operation.
     TQString &GetDrive();

@@ -16,7 +16,8 @@ inline std::filesystem::path hostPath(TQFilename const &file) {
     return tqplatform::toHostPath(file.view());
 }
 
-/// The library's path of the host's `path`.
+/// The library's path of the host's `path`. Host names with white space at their ends, a colon in
+/// second place or a backslash mean something else there: hostPath() of the result shows it.
 inline TQFilename fromHostPath(std::filesystem::path const &path) {
     return TQFilename(tqplatform::fromHostPath(path.native()).c_str());
 }

@@ -63,6 +63,13 @@ class TQLIB_API TQString : public CString {
         return *this;
     }
 
+    /// Takes the text of a value that has one, such as a date.
+    template <typename Value>
+    requires(!std::derived_from<Value, CString>) && requires(Value const &value) {
+        value.operator TQString();
+    }
+    TQString &operator=(Value const &value) { return *this = value.operator TQString(); }
+
     /// Replaces this text by the string resource `id`, or by nothing if there is none, and gives a
     /// copy of it. Note that this text changes too.
     TQString LoadStringA(unsigned int id);

@@ -32,6 +32,7 @@ Parts partsOf(COleDateTime const &moment) {
     int const second = static_cast<int>(nearest) % secondsOfDay;
     days const day(static_cast<int>(whole) + (nearest == secondsOfDay ? 1 : 0));
     year_month_day const date = origin + day;
+    if (origin + day > last) return {};
     return {static_cast<int>(date.year()),
             static_cast<int>(static_cast<unsigned>(date.month())),
             static_cast<int>(static_cast<unsigned>(date.day())),

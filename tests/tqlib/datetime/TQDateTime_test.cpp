@@ -153,6 +153,9 @@ TEST(CTQOleDateTime, KeepsEverySecondBothWays) {
             ASSERT_EQ(taken.getSeparator(), '.');
         }
     EXPECT_EQ(CTQOleDateTime(1899, 12, 29, 6, 0, 0).m_dt, -1.25);
+    CTQOleDateTime end(9999, 12, 31, 23, 59, 59);
+    end.m_dt = 2958465.9999999;
+    EXPECT_EQ(end.GetYear(), -1);
     EXPECT_EQ(CTQOleDateTime(TQDate(31, 12, 1899)).m_dt, 1.0);
 }
 

@@ -274,6 +274,23 @@ TEST(TQDate, MonthsThatAreNone) {
     }
 }
 
+TEST(TQDate, ExchangesTextsWithEveryKindOfString) {
+    TQString const line = "05.03.2004 20040306";
+    TQDate date(line.Left(10), 0, '.');
+    EXPECT_EQ(dmy(date), "5.3.2004");
+    date.setFormat(6);
+    date = line.Mid(11);
+    EXPECT_EQ(dmy(date), "6.3.2004");
+    TQString text;
+    text = date + 1;
+    EXPECT_EQ(text, "20040307");
+}
+
+TEST(TQDate, WeekdaysBeforeYearOneAreWeekdays) {
+    EXPECT_EQ(TQDate(1, 1, -100).weekday(), 2);
+    EXPECT_EQ((TQDate(1, 1, 2000) - TQDate(9, 1, 2000) - 30).weekday(), 4);
+}
+
 TEST(TQDate, TakesAnyNumbers) {
     int const extremes[] = {INT_MIN, INT_MIN + 1, -1, 0, 1, 2, 12, INT_MAX - 1, INT_MAX};
     for (int const a : extremes)

@@ -36,6 +36,7 @@ TEST(TQTime, SecondArithmetic) {
         {TQTime(0, 0, 0, 0) + late, "1:1:1:0 +1"},
         {late + TQTime(0, 0, 0, 0), "1:1:1:0 +0"},
         {TQTime(0, 0, 0, 0) - late, "22:58:59:0 -2"},
+        {TQTime(10, 0, 0, 0) + 3600L, "11:0:0:0 +0"},
         {TQTime(25, -61, 30, 0) + 0, "23:59:30:0 +0"},
     };
     for (auto const &row : rows)

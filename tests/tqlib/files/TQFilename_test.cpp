@@ -122,6 +122,7 @@ TEST(TQFilename, ComparesWithoutRegardToCapitals) {
     EXPECT_TRUE(file == TQFilename("c:\\\xE4.txt"));
     EXPECT_TRUE(file == " c:\\\xE4.txt ");
     EXPECT_TRUE(file == TQString("c:\\\xE4.txt"));
+    EXPECT_TRUE("c:\\\xE4.txt" == file && TQString("c:\\\xE4.txt") == file && "a" != file);
     EXPECT_TRUE(file != "c:/\xE4.txt");
     EXPECT_TRUE(TQFilename("a\\..\\b") != TQFilename("b"));
 }
