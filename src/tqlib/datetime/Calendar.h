@@ -57,12 +57,19 @@ constexpr Number weekInYearOf(Number year, Number dayInYear, int first) {
     return week == 53 && weekdayOf(year, 12, 31) < 4 ? 1 : week;
 }
 
-/// The same for a day of a year from year 0 on. All but the first and last days go without a jump.
-constexpr std::int32_t weekOfDay(std::int32_t year, std::int32_t dayInYear, int first) {
-    constexpr std::array<std::uint8_t, 7> shifts = {5, 6, 7, 8, 9, 3, 4};
-    std::uint32_t const week =
-        (static_cast<std::uint32_t>(dayInYear) + shifts[static_cast<unsigned>(first)]) / 7;
-    return week - 1 < 52 ? static_cast<std::int32_t>(week) : weekInYearOf(year, dayInYear, first);
+/// A seventh of a small number, below 13107: days of a year and a little more.
+constexpr int seventhOf(int small) {
+    return static_cast<int>(static_cast<std::uint32_t>(small) * 9363 >> 16);
+}
+
+/// The same for a day with the weekday `weekday` of a year from year 0 on. All but the first and
+/// last days of a year go without a jump: their week is that of their Thursday.
+constexpr std::int32_t weekOfDay(std::int32_t year, std::int32_t dayInYear, int weekday) {
+    int const sinceMonday = weekday == 0 ? 6 : weekday - 1;
+    int const week = seventhOf(dayInYear - sinceMonday + 9);
+    if (static_cast<std::uint32_t>(week) - 1 < 52) return week;
+    constexpr int wholeWeeks = 53 * 7;
+    return weekInYearOf(year, dayInYear, (weekday + wholeWeeks + 1 - dayInYear) % 7);
 }
 
 /// The derived fields of any date.
@@ -84,8 +91,9 @@ constexpr std::int32_t weekOfDay(std::int32_t year, std::int32_t dayInYear, int 
     auto const first = static_cast<int>((years + years / 4 - centuries + centuries / 4 + 1) % 7);
     int const leapDay = static_cast<int>(isLeapYear(year) & (month > 2));
     int const dayInYear = daysBeforeMonth[static_cast<unsigned>(month)] + leapDay + day;
-    auto const weekday = static_cast<std::uint32_t>(first + dayInYear - 1) % 7;
-    return {dayInYear, static_cast<int>(weekday), weekOfDay(year, dayInYear, first)};
+    int const days = first + dayInYear - 1;
+    int const weekday = days - 7 * seventhOf(days);
+    return {dayInYear, weekday, weekOfDay(year, dayInYear, weekday)};
 }
 
 /// The day count of a date.

@@ -263,9 +263,7 @@ void TQDate::setDayCount(std::int64_t days) {
     day_ = static_cast<int>(date.day);
     dayInYear_ = date.dayInYear;
     weekday_ = static_cast<int>(static_cast<std::uint64_t>(days) % 7);
-    constexpr int wholeWeeks = 53 * 7;
-    int const first = (weekday_ + wholeWeeks + 1 - dayInYear_) % 7;
-    weekInYear_ = tqlib::detail::weekOfDay(year_, dayInYear_, first);
+    weekInYear_ = tqlib::detail::weekOfDay(year_, dayInYear_, weekday_);
 }
 
 void TQDate::add(int days, int months, int years) {
