@@ -62,14 +62,31 @@ constexpr int seventhOf(int small) {
     return static_cast<int>(static_cast<std::uint32_t>(small) * 9363 >> 16);
 }
 
-/// The same for a day with the weekday `weekday` of a year from year 0 on. All but the first and
-/// last days of a year go without a jump: their week is that of their Thursday.
-constexpr std::int32_t weekOfDay(std::int32_t year, std::int32_t dayInYear, int weekday) {
-    int const sinceMonday = weekday == 0 ? 6 : weekday - 1;
-    int const week = seventhOf(dayInYear - sinceMonday + 9);
+/// What the days of a year have in common.
+struct YearTraits {
+    std::uint8_t first;    // weekday of 1 January
+    std::uint8_t leapDay;  // 1 in a leap year
+    std::uint8_t shift;    // a day of the year and this make seven times its week and a rest
+};
+
+/// The traits of the years of an era: 400 years, after which the weekdays return.
+inline constexpr auto traitsOfEra = [] {
+    std::array<YearTraits, 401> traits{};
+    for (int year = 0; year <= 400; ++year) {
+        auto const first = static_cast<std::uint8_t>(weekdayOf(400 + year, 1, 1));
+        auto const shift = static_cast<std::uint8_t>(first <= 4 ? first + 5 : first - 2);
+        traits[static_cast<unsigned>(year)] = {first, isLeapYear(year), shift};
+    }
+    return traits;
+}();
+
+/// weekInYearOf() for a year from year 1 on with the traits `traits`. All but the first and last
+/// days of a year go without a jump.
+constexpr std::int32_t weekOfDay(std::int32_t year, std::int32_t dayInYear,
+                                 YearTraits const &traits) {
+    int const week = seventhOf(dayInYear + traits.shift);
     if (static_cast<std::uint32_t>(week) - 1 < 52) return week;
-    constexpr int wholeWeeks = 53 * 7;
-    return weekInYearOf(year, dayInYear, (weekday + wholeWeeks + 1 - dayInYear) % 7);
+    return weekInYearOf(year, dayInYear, traits.first);
 }
 
 /// The derived fields of any date.
@@ -86,14 +103,11 @@ constexpr std::int32_t weekOfDay(std::int32_t year, std::int32_t dayInYear, int 
     bool const isDate = (year >= 1) & (static_cast<unsigned>(month) - 1 < 12) &
                         (static_cast<unsigned>(day) - 1 < 31);
     if (!isDate) return deriveAnyFields(year, month, day);
-    auto const years = static_cast<std::uint32_t>(year) - 1;
-    std::uint32_t const centuries = years / 100;
-    auto const first = static_cast<int>((years + years / 4 - centuries + centuries / 4 + 1) % 7);
-    int const leapDay = static_cast<int>(isLeapYear(year) & (month > 2));
+    YearTraits const &traits = traitsOfEra[static_cast<std::uint32_t>(year) % 400];
+    int const leapDay = traits.leapDay & static_cast<int>(month > 2);
     int const dayInYear = daysBeforeMonth[static_cast<unsigned>(month)] + leapDay + day;
-    int const days = first + dayInYear - 1;
-    int const weekday = days - 7 * seventhOf(days);
-    return {dayInYear, weekday, weekOfDay(year, dayInYear, weekday)};
+    int const days = traits.first + dayInYear - 1;
+    return {dayInYear, days - 7 * seventhOf(days), weekOfDay(year, dayInYear, traits)};
 }
 
 /// The day count of a date.
@@ -111,18 +125,19 @@ constexpr std::int64_t dayCountOf(std::int64_t year, int month, std::int64_t day
     return 365 * before + before / 4 - before / 100 + before / 400 + dayInYearOf(year, month, day);
 }
 
-/// A date of the calendar and its day of the year.
+/// A date of the calendar, its day of the year and the index of its year in traitsOfEra.
 struct CivilDate {
     std::int64_t year;
     int month;
     std::int64_t day;
     int dayInYear;
+    std::uint32_t yearOfEra;
 };
 
 /// The date of the day `count`. Count 0 is 31 December of year 0; a count below 0 is that day of
 /// January of year 1, without a day of the year.
 [[gnu::always_inline]] constexpr CivilDate dateOf(std::int64_t count) {
-    if (count < 0) return {1, 1, count, noDay};
+    if (count < 0) return {1, 1, count, noDay, 1};
     // Years that begin in March have their leap day at the end, and 400 of them are all alike.
     constexpr unsigned daysOfEra = 146097, daysFromMarch = 306;
     std::uint64_t const days = static_cast<std::uint64_t>(count) + daysFromMarch - 1;
@@ -133,14 +148,15 @@ struct CivilDate {
     // month: C. Neri, L. Schneider, Euclidean affine functions, 2022.
     constexpr std::uint32_t perYear = 2939745, perMonth = 2141, beforeMarch = 197913;
     std::uint64_t const years = std::uint64_t{perYear} * (quarters % daysOfEra | 3);
-    std::uint32_t const year = 100 * century + static_cast<std::uint32_t>(years >> 32);
     std::uint32_t const dayOfYear = static_cast<std::uint32_t>(years) / perYear / 4;
     std::uint32_t const months = perMonth * dayOfYear + beforeMarch;
-    int const next = static_cast<int>(dayOfYear >= daysFromMarch);  // January and February
-    int const leapDay = static_cast<int>(isLeapYear(static_cast<int>(year)));
-    int const dayInYear = static_cast<int>(dayOfYear) + 60 + leapDay - next * (365 + leapDay);
-    return {400 * era + year + next, static_cast<int>(months >> 16) - 12 * next,
-            (months & 0xFFFF) / perMonth + 1, dayInYear};
+    // January and February belong to the next year.
+    auto const next = static_cast<std::uint32_t>(dayOfYear >= daysFromMarch);
+    std::uint32_t const year = 100 * century + static_cast<std::uint32_t>(years >> 32) + next;
+    unsigned const leapDay = traitsOfEra[year].leapDay;
+    auto const dayInYear = static_cast<int>(dayOfYear + 60 + leapDay - next * (365 + leapDay));
+    return {400 * era + year, static_cast<int>((months >> 16) - 12 * next),
+            (months & 0xFFFF) / perMonth + 1, dayInYear, year};
 }
 
 }  // namespace tqlib::detail

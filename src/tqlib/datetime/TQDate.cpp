@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "tqlib/datetime/TextForm.h"
-#include "tqlib/foundation/FormatNumber.h"
 #include "tqlib/foundation/ScanNumber.h"
 
 namespace {
@@ -17,6 +16,7 @@ using tqlib::detail::Columns;
 using tqlib::detail::FormUse;
 using tqlib::detail::isFor;
 using tqlib::detail::putNumber;
+using tqlib::detail::putPair;
 using tqlib::detail::textFormRoom;
 
 constexpr int commonRoom = 10;         // characters of a date with a year of four digits
@@ -94,35 +94,27 @@ char *writeAny(char *target, int day, int month, int year, char separator) {
     return target;
 }
 
-// Writes a common date: all digits in one word, if the form has four for the year. Needs room for
-// commonRoom characters. No NUL is added; the result is the place behind the text.
+// Writes a common date. Needs room for commonRoom characters. No NUL is added; the result is the
+// place behind the text.
 template <std::size_t number>
 char *writeCommon(char *target, int day, int month, int year, char separator) {
     constexpr Form const &form = forms[number];
     if (form.shortYear) return writeAny<number>(target, day, month, year, separator);
     Values const values = {day, month, year};
-    constexpr bool yearFirst = form.fields[0] == Field::year;
-    constexpr std::uint32_t weights[] = {yearFirst ? 10000 : 1000000, yearFirst ? 100 : 10000, 1};
-    std::uint32_t sum = 0;
-    for (int i = 0; i < 3; ++i)
-        sum += weights[i] * static_cast<std::uint32_t>(values[form.fields[i]]);
-    std::uint64_t const digits = tqlib::detail::toDigits(sum);
-    if (!form.separated) {
-        tqlib::detail::putDigits(target, digits);
-        return target + 8;
+#pragma GCC unroll 3
+    for (int i = 0; i < 3; ++i) {
+        Field::Index const field = form.fields[i];
+        auto const value = static_cast<unsigned>(values[field]);
+        if (form.separated && i > 0) *target++ = separator;
+        if (field == Field::year) target = putPair(target, value / 100);
+        target = putPair(target, field == Field::year ? value % 100 : value);
     }
-    std::uint64_t const text = digits | 0x3030303030303030;
-    std::uint64_t const between = static_cast<unsigned char>(separator);
-    std::uint64_t const first = (text & 0xFFFF) | between << 16 | (text & 0xFFFF0000) << 8 |
-                                between << 40 | (text >> 32 & 0xFFFF) << 48;
-    auto const last = static_cast<std::uint16_t>(text >> 48);
-    std::memcpy(target, &first, sizeof first);
-    std::memcpy(target + sizeof first, &last, sizeof last);
-    return target + sizeof first + sizeof last;
+    return target;
 }
 
+// Reads columns and sets the date.
 template <std::size_t number>
-void read(char const *text, int &day, int &month, int &year) {
+void read(char const *text, TQDate &date) {
     constexpr Form const &form = forms[number];
     Columns columns(text);
     Values values{};
@@ -132,9 +124,8 @@ void read(char const *text, int &day, int &month, int &year) {
         if (form.separated && i > 0) columns.skip();
         values[field] = columns.take(field == Field::year ? form.yearColumns : 2);
     }
-    day = values[Field::day];
-    month = values[Field::month];
-    year = withCentury(values[Field::year], form.century);
+    date.set(values[Field::day], values[Field::month],
+             withCentury(values[Field::year], form.century));
 }
 
 /// How a form is written and read. Each form has functions of its own, in which its row of the
@@ -144,7 +135,7 @@ struct FormFunctions {
     FormUse reading;
     char *(*writeCommon)(char *target, int day, int month, int year, char separator);
     char *(*writeAny)(char *target, int day, int month, int year, char separator);
-    void (*read)(char const *text, int &day, int &month, int &year);
+    void (*read)(char const *text, TQDate &date);
 };
 
 constexpr auto formFunctions = []<std::size_t... number>(std::index_sequence<number...>) {
@@ -263,7 +254,8 @@ void TQDate::setDayCount(std::int64_t days) {
     day_ = static_cast<int>(date.day);
     dayInYear_ = date.dayInYear;
     weekday_ = static_cast<int>(static_cast<std::uint64_t>(days) % 7);
-    weekInYear_ = tqlib::detail::weekOfDay(year_, dayInYear_, weekday_);
+    auto const &traits = tqlib::detail::traitsOfEra[date.yearOfEra];
+    weekInYear_ = tqlib::detail::weekOfDay(year_, dayInYear_, traits);
 }
 
 void TQDate::add(int days, int months, int years) {
@@ -298,26 +290,23 @@ TQDate::operator TQString() const {
     return text;
 }
 
-void TQDate::readColumns(char const *text) {
-    functionsOf(format_).read(text, day_, month_, year_);
-}
-
 TQDate &TQDate::operator=(char const *text) {
-    if (functionsOf(format_).reading == FormUse::none) {
-        year_ = month_ = day_ = 0;
-    } else {
-        readColumns(text);
-    }
-    setDerived();
+    FormFunctions const &form = functionsOf(format_);
+    if (form.reading == FormUse::none)
+        set(0, 0, 0);
+    else
+        form.read(text, *this);
     return *this;
 }
 
 TQDate &TQDate::operator=(CString const &text) {
-    if (format_ >= 0 && format_ < freeForms)
+    FormFunctions const &form = functionsOf(format_);
+    if (format_ >= 0 && format_ < freeForms) {
         readFreely(text);
-    else if (functionsOf(format_).reading != FormUse::none)
-        readColumns(text);
-    setDerived();
+        setDerived();
+    } else if (form.reading != FormUse::none) {
+        form.read(text, *this);
+    }
     return *this;
 }
 

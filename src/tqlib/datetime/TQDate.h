@@ -152,7 +152,6 @@ class TQLIB_API TQDate {
 
   private:
     TQLIB_INTERNAL TQDate(int format, char separator);
-    TQLIB_INTERNAL void readColumns(char const *text);
     TQLIB_INTERNAL void readFreely(char const *text);
     TQLIB_INTERNAL void setDayCount(std::int64_t days);
     TQLIB_INTERNAL void setDerived();

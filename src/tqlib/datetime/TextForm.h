@@ -2,7 +2,9 @@
 
 // What the texts of dates and times have in common: numbers in columns.
 
+#include <array>
 #include <cstddef>
+#include <cstring>
 
 #include "tqplatform/streams/istream.h"
 
@@ -21,11 +23,17 @@ inline constexpr int textFormRoom = 48;
 /// putNumber() for any number.
 char *putAnyNumber(char *target, int value, unsigned width, char fill);
 
+/// The two digits of each number below 100.
+inline constexpr auto digitPairs = [] {
+    std::array<std::array<char, 2>, 100> pairs{};
+    for (std::size_t i = 0; i < pairs.size(); ++i)
+        pairs[i] = {static_cast<char>('0' + i / 10), static_cast<char>('0' + i % 10)};
+    return pairs;
+}();
+
 /// Writes the digits of a number below 100.
 inline char *putPair(char *target, unsigned value) {
-    unsigned const tens = value * 103 >> 10;
-    target[0] = static_cast<char>('0' + tens);
-    target[1] = static_cast<char>('0' + (value - 10 * tens));
+    std::memcpy(target, &digitPairs[value], 2);
     return target + 2;
 }
 
@@ -48,18 +56,22 @@ class Columns {
 
     /// Takes `width` columns, ten at most. The result is what atoi makes of them.
     int take(unsigned width) {
-        int value = 0;
-        for (unsigned i = 0; i < width; ++i) {
-            auto const digit = static_cast<unsigned>(next_[i] - '0');
-            if (digit > 9) [[unlikely]] {
-                Taken const taken = takeAny(next_, width);
-                next_ = taken.behind;
-                return taken.value;
-            }
-            value = value * 10 + static_cast<int>(digit);
+        unsigned i = width % 2;
+        unsigned const first = i == 0 ? 0 : digitAt(next_);
+        bool digits = first < 10;
+        unsigned value = first;
+        for (; digits && i < width; i += 2) {
+            unsigned const pair = pairAt(next_ + i);
+            digits = pair < 100;
+            value = 100 * value + pair;
+        }
+        if (!digits) [[unlikely]] {
+            Taken const taken = takeAny(next_, width);
+            next_ = taken.behind;
+            return taken.value;
         }
         next_ += width;
-        return value;
+        return static_cast<int>(value);
     }
 
     /// Passes over one column.
@@ -72,6 +84,17 @@ class Columns {
         char const *behind;
         int value;
     };
+
+    // The digit at `text`, or more than 9 if there is none.
+    static unsigned digitAt(char const *text) { return static_cast<unsigned>(*text - '0'); }
+
+    // The number of the two digits at `text`, or more than 99 if there aren't two. What stands
+    // behind a NUL isn't read.
+    static unsigned pairAt(char const *text) {
+        unsigned const tens = digitAt(text);
+        unsigned const ones = tens > 9 ? tens : digitAt(text + 1);
+        return ones > 9 ? 100 : 10 * tens + ones;
+    }
 
     // Gets and gives the place by value, so that it can stay in a register.
     static Taken takeAny(char const *next, unsigned width);

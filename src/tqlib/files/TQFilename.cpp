@@ -14,23 +14,29 @@ constexpr char backslash = '\\';
 constexpr char dot = '.';
 constexpr std::string_view wildcards = "*?[]";
 
-// The index behind the last `c` of `text`, or 0. Looks at eight characters at a time, since the
-// length of a name is hard to guess.
-std::size_t behindLast(std::string_view text, char c) {
+// A bit for each of the eight characters at `text`, the lowest for the first: set if it is `c`.
+unsigned placesOf(char c, char const *text) {
     static_assert(std::endian::native == std::endian::little);
     constexpr std::uint64_t ones = 0x0101010101010101, low = 0x7F * ones;
-    std::uint64_t const wanted = ones * static_cast<unsigned char>(c);
+    std::uint64_t word;
+    std::memcpy(&word, text, sizeof word);
+    word ^= ones * static_cast<unsigned char>(c);
+    std::uint64_t const found = ~(((word & low) + low) | word | low) >> 7;  // 1 for each `c`
+    return static_cast<unsigned>(found * 0x0102040810204080 >> 56);
+}
+
+// The index behind the last `c` of `text` from the index `from` on, or `from`. Looks at 16
+// characters at a time, since the length of a name is hard to guess.
+std::size_t behindLast(std::string_view text, std::size_t from, char c) {
     std::size_t end = text.size();
-    for (; end >= sizeof wanted; end -= sizeof wanted) {
-        std::uint64_t word;
-        std::memcpy(&word, text.data() + end - sizeof word, sizeof word);
-        word ^= wanted;
-        std::uint64_t const found = ~(((word & low) + low) | word | low);  // 0x80 for each `c`
-        if (found != 0) return end - static_cast<unsigned>(std::countl_zero(found)) / 8;
+    for (; end >= 16 && end > from; end -= 16) {
+        char const *const block = text.data() + end - 16;
+        unsigned const places = placesOf(c, block + 8) << 8 | placesOf(c, block);
+        if (places != 0) return std::max(from, end - 16 + std::bit_width(places));
     }
-    while (end > 0 && text[end - 1] != c)
+    while (end > from && text[end - 1] != c)
         --end;
-    return end;
+    return std::max(from, end);
 }
 
 bool endsWith(CString const &text, char c) {
@@ -39,8 +45,7 @@ bool endsWith(CString const &text, char c) {
 
 }  // namespace
 
-// The text that Trim() leaves.
-std::string_view TQFilename::trimmed(std::string_view path) {
+std::string_view TQFilename::withoutBlanks(std::string_view path) {
     while (!path.empty() && tqlib::detail::isWhiteSpace(path.back()))
         path.remove_suffix(1);
     while (!path.empty() && tqlib::detail::isWhiteSpace(path.front()))
@@ -69,9 +74,9 @@ int TQFilename::SplitPath() {
 std::size_t TQFilename::split() {
     std::string_view const whole = view();
     std::size_t const drive = whole.size() >= 2 && whole[1] == ':' ? 2 : 0;
-    std::size_t const name = drive + behindLast(whole.substr(drive), backslash);
-    std::size_t const dotted = behindLast(whole.substr(name), dot);
-    std::size_t const extension = dotted == 0 ? whole.size() : name + dotted - 1;
+    std::size_t const name = behindLast(whole, drive, backslash);
+    std::size_t const dotted = behindLast(whole, name, dot);
+    std::size_t const extension = dotted == name ? whole.size() : dotted - 1;
     drive_.assign(whole.substr(0, drive));
     directory_.assign(whole.substr(drive, name - drive));
     filename_.assign(whole.substr(name, extension - name));

@@ -110,7 +110,13 @@ class TQLIB_API TQFilename : public TQString {
     int SplitPath();
 
   private:
-    static std::string_view trimmed(std::string_view path);
+    // The text that Trim() leaves; nearly always all of it.
+    static std::string_view trimmed(std::string_view path) {
+        auto const inside = [](char c) { return static_cast<unsigned char>(c) > ' '; };
+        if (!path.empty() && inside(path.front()) && inside(path.back())) return path;
+        return withoutBlanks(path);
+    }
+    static std::string_view withoutBlanks(std::string_view path);
     TQLIB_INTERNAL std::size_t split();
     TQLIB_INTERNAL void replaceBy(TQString const &path);
 
