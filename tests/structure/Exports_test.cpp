@@ -74,8 +74,9 @@ TEST(Exports, ThePlatformShowsItsPublishedNamesAndNothingElse) {
         "AfxTermExtensionModule CDynLinkLibrary CException CFile CFileException CObject "
         "COleDateTime CRuntimeClass CString _filelength _mtlock _mtunlock classic::endl "
         "classic::filebuf classic::ios classic::iostream classic::istream classic::ostream "
-        "classic::streambuf tqplatform::findResource tqplatform::fromHostPath "
-        "tqplatform::toHostPath tqplatform::toLower1252");
+        "classic::streambuf tqplatform::findResource tqplatform::fromHostPath tqplatform::openFile "
+        "tqplatform::readFile tqplatform::readFileAt tqplatform::systemCalls "
+        "tqplatform::toHostPath tqplatform::toLower1252 tqplatform::writeFile");
     EXPECT_EQ(ownersIn(TQPLATFORM_FILE), published);
 }
 

@@ -1,9 +1,11 @@
 #include "tqplatform/runtime/SystemCalls.h"
 
 #include <fcntl.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 
 namespace tqplatform {
 namespace {
@@ -11,13 +13,34 @@ namespace {
 int openWithMode(char const *path, int flags, mode_t mode) {
     return ::open(path, flags, mode);
 }
-int statusOf(int descriptor, struct stat *result) {
-    return ::fstat(descriptor, result);
+ssize_t copyRange(int source, int target, std::size_t count) {
+    return ::copy_file_range(source, nullptr, target, nullptr, count, 0);
 }
 
 }  // namespace
 
-constinit SystemCalls systemCalls{openWithMode, ::close, ::read, ::write, ::lseek, statusOf};
+constinit SystemCalls systemCalls{
+    .open = openWithMode,
+    .close = ::close,
+    .read = ::read,
+    .readAt = ::pread,
+    .write = ::write,
+    .copy = copyRange,
+    .seek = ::lseek,
+    .resize = ::ftruncate,
+    .flush = ::fsync,
+    .status = ::fstat,
+    .statusOf = ::stat,
+    .setMode = ::fchmod,
+    .setOwner = ::fchown,
+    .setTimes = ::futimens,
+    .access = ::access,
+    .rename = ::rename,
+    .remove = ::unlink,
+    .spawn = ::posix_spawn,
+    .fork = ::fork,
+    .wait = ::waitpid,
+};
 
 int openFile(char const *path, int flags, mode_t mode) {
     int descriptor;
@@ -31,6 +54,14 @@ ssize_t readFile(int descriptor, void *target, std::size_t count) {
     ssize_t got;
     do
         got = systemCalls.read(descriptor, target, count);
+    while (got < 0 && errno == EINTR);
+    return got;
+}
+
+ssize_t readFileAt(int descriptor, void *target, std::size_t count, off_t offset) {
+    ssize_t got;
+    do
+        got = systemCalls.readAt(descriptor, target, count, offset);
     while (got < 0 && errno == EINTR);
     return got;
 }
