@@ -64,7 +64,7 @@ class Readers {
         bool const taken = succeeds([&] { here().library >> library; });
         auto const model = here().model.readText();
         expectSame("field taken", taken, model.has_value());
-        expectSame("text", library.view(), model.value_or(""));
+        expectSame("text", library.text(), model.value_or(""));
         expectSameState();
     }
 
@@ -90,7 +90,7 @@ class Readers {
         CString line = "old";
         here().library.ReadLine(line);
         here().model.nextLine();
-        expectSame("line", line.view(), here().model.currentLine());
+        expectSame("line", line.text(), here().model.currentLine());
         expectSameState();
     }
 
@@ -150,7 +150,7 @@ class Readers {
     void otherFacts(Input & /*script*/) {
         unsigned long const size = here().file->readable ? content_.size() : noFileLength;
         expectSame("file length", here().library.getFileLength(), size);
-        expectSame("name", here().library.getName().view(), here().named ? scratch().path() : "");
+        expectSame("name", here().library.getName().text(), here().named ? scratch().path() : "");
     }
 
   private:

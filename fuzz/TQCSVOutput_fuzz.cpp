@@ -330,7 +330,7 @@ std::optional<std::string> readField(TQCSVInput &file, bool number) {
             file >> &value;
         else
             file >> text;
-        return number ? shown(value) : std::string(text.view());
+        return number ? shown(value) : std::string(text.text());
     } catch (TQCSVInput::Failure const &) {
         return {};
     }

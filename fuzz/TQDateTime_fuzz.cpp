@@ -51,7 +51,7 @@ void checkTexts(int format, int const (&parts)[4], std::string const &text) {
                       parts[3]);
     else
         std::snprintf(model, sizeof model, form.print, parts[0], parts[1], parts[2], parts[3]);
-    expectSame("text", written.view(), model);
+    expectSame("text", written.text(), model);
     char columns[4][8] = {};
     std::sscanf(text.c_str(), form.scan, columns[0], columns[1], columns[2], columns[3]);
     for (TQTime const &ours : {read, time})

@@ -111,7 +111,7 @@ void checkTexts(int format, Fields const &start, char separator, std::string con
     string = TQString(text.c_str());
     if (format >= static_cast<int>(std::size(forms))) return;
     Form const &form = forms[format];
-    expectSame("text", written.view(), printed(form, start, separator));
+    expectSame("text", written.text(), printed(form, start, separator));
     expectSame("pointer", date.operator char *(), printed(form, start, separator));
     expectFields("columns", columns, scanned(form, text));
     expectFields("string", string, format < 2 ? readFreely(text, start) : scanned(form, text));

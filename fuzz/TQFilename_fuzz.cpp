@@ -112,13 +112,13 @@ class Path {
     void expect(std::string const &whole) {
         model_ = trimmed(whole);
         Parts const parts = split(model_);
-        expectSame("whole", library_.view(), model_);
-        expectSame("drive", library_.GetDrive().view(), parts.drive);
-        expectSame("directory", library_.GetDirectory().view(), parts.directory);
-        expectSame("name", library_.GetFilename().view(), parts.name);
-        expectSame("extension", library_.GetExtension().view(), parts.extension);
-        expectSame("path", library_.GetPath().view(), parts.drive + parts.directory);
-        expectSame("file", library_.GetName().view(), parts.name + parts.extension);
+        expectSame("whole", library_.text(), model_);
+        expectSame("drive", library_.GetDrive().text(), parts.drive);
+        expectSame("directory", library_.GetDirectory().text(), parts.directory);
+        expectSame("name", library_.GetFilename().text(), parts.name);
+        expectSame("extension", library_.GetExtension().text(), parts.extension);
+        expectSame("path", library_.GetPath().text(), parts.drive + parts.directory);
+        expectSame("file", library_.GetName().text(), parts.name + parts.extension);
         bool const wild = (parts.directory + parts.name + parts.extension).find_first_of("*?[]") !=
                           std::string::npos;
         expectSame("valid", library_.isValid(), !parts.name.empty() && !wild ? 1 : 0);

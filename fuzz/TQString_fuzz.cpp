@@ -121,14 +121,14 @@ void tryTokens(Input &input) {
             Token const model = tokenOf(text, from, separators, skip != 0);
             TQString token = "old";
             expectSame("next", library.GetToken(token, start, librarySeparators, skip), model.next);
-            expectSame("token", token.view(), model.text);
+            expectSame("token", token.text(), model.text);
 
             TQString self = library;
             expectSame("next", self.GetToken(self, start, librarySeparators, skip), model.next);
-            expectSame("token in the text itself", self.view(), model.text);
+            expectSame("token in the text itself", self.text(), model.text);
             TQString own = librarySeparators;
             expectSame("next", library.GetToken(own, start, own, skip), model.next);
-            expectSame("token in the separators", own.view(), model.text);
+            expectSame("token in the separators", own.text(), model.text);
         }
     }
 }
@@ -193,7 +193,7 @@ void tryNumbers(Input &input, bool comma) {
     TQString library;
     auto const value = input.raw<double>();
     expectSame("result of the format", library.DoubleFormat(value), 1);
-    expectSame("scientific", library.view(), scientific(value));
+    expectSame("scientific", library.text(), scientific(value));
 
     std::string text = input.rest();
     library = toText(text);
@@ -205,7 +205,7 @@ void tryNumbers(Input &input, bool comma) {
     library.RemoveLastDigits();
     while (!text.empty() && isDigit(text.back()))
         text.pop_back();
-    expectSame("without last digits", library.view(), text.c_str());
+    expectSame("without last digits", library.text(), text.c_str());
 }
 
 constexpr char whiteSpace[] = " \t\n\v\f\r";
@@ -296,7 +296,7 @@ class Edits {
         libraries_[current_] = toText(model());
         trimRight(script);
         trimLeft(script);
-        expectSame("trimmed", trimmed.view(), model());
+        expectSame("trimmed", trimmed.text(), model());
     }
     void replace(Input &script) {
         char const from = script.take();
@@ -358,7 +358,7 @@ class Edits {
     void expectSameTexts() const {
         for (std::size_t i = 0; i < models_.size(); ++i) {
             TQString const &text = libraries_[i];
-            expectSame("text", text.view(), models_[i]);
+            expectSame("text", text.text(), models_[i]);
             expectSame("terminator", static_cast<char const *>(text)[text.GetLength()], '\0');
         }
         expectSame("equal", libraries_[0] == libraries_[1], models_[0] == models_[1]);

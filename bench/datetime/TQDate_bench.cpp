@@ -48,7 +48,7 @@ Inputs makeInputs() {
         inputs.distances.push_back(random.between(-20000, 20000));
         inputs.moments.push_back(moment);
         inputs.strings.push_back(inputs.dates.back());
-        inputs.texts.emplace_back(inputs.strings.back().view());
+        inputs.texts.emplace_back(inputs.strings.back().text());
     }
     return inputs;
 }

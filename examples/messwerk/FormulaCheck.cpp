@@ -58,7 +58,7 @@ void checkFormula(Formula const &formula, Names const &names) {
         if (word.IsEmpty()) continue;
         std::string fault = wordFault(std::string(word), names);
         if (fault.empty() && !trial.run(word)) fault = "finds too few values";
-        if (!fault.empty()) throw expressionError(formula, quoted(word.view()) + " " + fault);
+        if (!fault.empty()) throw expressionError(formula, quoted(word.text()) + " " + fault);
     }
     int const left = trial.stackSize();
     if (left == 0) throw expressionError(formula, "it is empty");

@@ -76,7 +76,7 @@ std::string describe(MomentForm const &form) {
 
 std::optional<double> momentOf(MomentForm const &form, TQString text) {
     text.Trim();
-    if (!fits(text.view(), form.pattern)) return std::nullopt;
+    if (!fits(text.text(), form.pattern)) return std::nullopt;
     return form.kind == ColumnKind::Date ? dayCount(form, text) : secondsOf(form, text);
 }
 

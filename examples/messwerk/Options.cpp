@@ -39,7 +39,7 @@ std::vector<Column> parseColumns(char const *text) {
     TQString description;
     for (int at = 0; at != -1;) {
         at = list.GetToken(description, at, ",", 0);
-        columns.push_back(parseColumn(description.Trim().view()));
+        columns.push_back(parseColumn(description.Trim().text()));
     }
     return columns;
 }

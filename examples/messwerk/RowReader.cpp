@@ -41,11 +41,11 @@ std::string numberFault(Column const &column, Cell &cell) {
     if (!number) {
         if (TQString(cell.text).Trim().IsEmpty()) return "is empty";
         std::string const what = column.form == nullptr ? "number" : describe(*column.form);
-        return "isn't a " + what + ": " + quoted(cell.text.view());
+        return "isn't a " + what + ": " + quoted(cell.text.text());
     }
     cell.number = *number;
     if (std::fabs(*number) < tooLarge) return {};
-    return "isn't a finite number of at most 191 digits: " + quoted(cell.text.view());
+    return "isn't a finite number of at most 191 digits: " + quoted(cell.text.text());
 }
 
 }  // namespace

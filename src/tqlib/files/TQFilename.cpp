@@ -40,7 +40,7 @@ std::size_t behindLast(std::string_view text, std::size_t from, char c) {
 }
 
 bool endsWith(CString const &text, char c) {
-    return text.view().ends_with(c);
+    return text.text().ends_with(c);
 }
 
 }  // namespace
@@ -72,7 +72,7 @@ int TQFilename::SplitPath() {
 
 // Takes the parts from the whole path. The result is where the name begins.
 std::size_t TQFilename::split() {
-    std::string_view const whole = view();
+    std::string_view const whole = text();
     std::size_t const drive = whole.size() >= 2 && whole[1] == ':' ? 2 : 0;
     std::size_t const name = behindLast(whole, drive, backslash);
     std::size_t const dotted = behindLast(whole, name, dot);
@@ -106,13 +106,13 @@ TQString &TQFilename::GetExtension() {
 
 TQString &TQFilename::GetPath() {
     static TQString path;
-    path.assign(view().substr(0, split()));
+    path.assign(text().substr(0, split()));
     return path;
 }
 
 TQString &TQFilename::GetName() {
     static TQString name;
-    name.assign(view().substr(split()));
+    name.assign(text().substr(split()));
     return name;
 }
 
@@ -188,5 +188,5 @@ int TQFilename::isValidWithWildcards() {
 }
 
 int TQFilename::HasWildcards(TQString const &text) const {
-    return text.view().find_first_of(wildcards) != std::string_view::npos;
+    return text.text().find_first_of(wildcards) != std::string_view::npos;
 }

@@ -13,7 +13,7 @@
 
 /// The host's path of `file`; empty for a drive that the host doesn't have.
 inline std::filesystem::path hostPath(TQFilename const &file) {
-    return tqplatform::toHostPath(file.view());
+    return tqplatform::toHostPath(file.text());
 }
 
 /// The library's path of the host's `path`. Host names with white space at their ends, a colon in

@@ -198,7 +198,7 @@ int TQString::GetToken(TQString &token, int start, TQString const &separators, i
     char const *const text = *this;
     char const *const end = text + GetLength();
     char const *const first = text + std::clamp(start, 0, GetLength());
-    auto const [stop, next] = findTokenEnd(first, end, separators.view(), skip != 0);
+    auto const [stop, next] = findTokenEnd(first, end, separators.text(), skip != 0);
     int const result = stop == end ? -1 : static_cast<int>(next - text);
     auto const length = static_cast<std::size_t>(stop - first);
     if (length <= shortSize && static_cast<std::size_t>(end - first) >= shortSize)
@@ -254,11 +254,11 @@ int TQString::ReplaceChar(char from, char to) {
 }
 
 int TQString::CountChar(char c) const {
-    return static_cast<int>(std::ranges::count(view(), c));
+    return static_cast<int>(std::ranges::count(text(), c));
 }
 
 void TQString::RemoveChars(TQString const &chars) {
-    CharacterSet const set(chars.view());
+    CharacterSet const set(chars.text());
     int const length = GetLength();
     char *const text = GetBuffer(length);
     char *const end = std::remove_if(text, text + length, [&](char c) { return set.has(c); });
@@ -289,7 +289,7 @@ void TQString::ConvertDosToWindows() {
 }
 
 void TQString::Write(CFile *file) const {
-    if (file != nullptr) file->Write(view().data(), static_cast<unsigned int>(GetLength()));
+    if (file != nullptr) file->Write(text().data(), static_cast<unsigned int>(GetLength()));
 }
 
 void TQString::Write(CFile *file, TQString const &text) {

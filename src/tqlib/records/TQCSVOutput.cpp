@@ -175,11 +175,11 @@ TQCSVOutput &TQCSVOutput::operator<<(char const *text) {
 }
 
 TQCSVOutput &TQCSVOutput::operator<<(TQString const &text) {
-    return writeText(text.view());
+    return writeText(text.text());
 }
 
 TQCSVOutput &TQCSVOutput::operator<<(CString const &text) {
-    return writeText(text.view());
+    return writeText(text.text());
 }
 
 void TQCSVOutput::nextline() {

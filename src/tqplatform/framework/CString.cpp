@@ -118,33 +118,33 @@ CString CString::Right(int count) const {
 CString CString::Mid(int first, int count) const {
     CString part;
     std::size_t const start = std::min(notNegative(first), length_);
-    part.assign(view().substr(start, notNegative(count)));
+    part.assign(text().substr(start, notNegative(count)));
     return part;
 }
 
 int CString::Find(char const *text) const {
-    std::size_t const found = view().find(viewOf(text));
+    std::size_t const found = CString::text().find(viewOf(text));
     return found == std::string_view::npos ? -1 : static_cast<int>(found);
 }
 
 int CString::FindOneOf(char const *set) const {
-    std::size_t const found = view().find_first_of(viewOf(set));
+    std::size_t const found = text().find_first_of(viewOf(set));
     return found == std::string_view::npos ? -1 : static_cast<int>(found);
 }
 
 int CString::ReverseFind(char c) const {
-    std::size_t const found = view().rfind(c);
+    std::size_t const found = text().rfind(c);
     return found == std::string_view::npos ? -1 : static_cast<int>(found);
 }
 
 void CString::TrimLeft() {
-    std::size_t const first = view().find_first_not_of(whiteSpace);
+    std::size_t const first = text().find_first_not_of(whiteSpace);
     if (first != 0)
-        assign(first == std::string_view::npos ? std::string_view() : view().substr(first));
+        assign(first == std::string_view::npos ? std::string_view() : text().substr(first));
 }
 
 void CString::TrimRight() {
-    setLength(view().find_last_not_of(whiteSpace) + 1);
+    setLength(text().find_last_not_of(whiteSpace) + 1);
 }
 
 void CString::MakeLower() {

@@ -29,7 +29,7 @@ class TQPLATFORM_API CString {
   public:
     CString() noexcept : text_(small_), length_(0), capacity_(smallCapacity) { small_[0] = '\0'; }
     CString(char const *text) : CString() { assign(viewOf(text)); }
-    CString(CString const &other) : CString() { assign(other.view()); }
+    CString(CString const &other) : CString() { assign(other.text()); }
     CString(CString &&other) noexcept : CString() { take(other); }
 
     /// `count` times the character `c`; a negative count is 0.
@@ -42,7 +42,7 @@ class TQPLATFORM_API CString {
     /// Replace the text by another one, which may be a part of this text. A text that is moved from
     /// is empty afterwards.
     CString &operator=(CString const &other) {
-        if (this != &other) assign(other.view());
+        if (this != &other) assign(other.text());
         return *this;
     }
     CString &operator=(CString &&other) noexcept {
@@ -69,7 +69,7 @@ class TQPLATFORM_API CString {
         return *this;
     }
     CString &operator+=(CString const &text) {
-        append(text.view());
+        append(text.text());
         return *this;
     }
     CString &operator+=(char const *text) {
@@ -81,7 +81,7 @@ class TQPLATFORM_API CString {
     operator char const *() const { return text_; }
 
     /// The text as a view, NUL characters inside it included; valid until the string changes.
-    std::string_view view() const { return {text_, length_}; }
+    std::string_view text() const { return {text_, length_}; }
 
     /// The number of bytes; whether there are none.
     int GetLength() const { return static_cast<int>(length_); }
@@ -152,22 +152,22 @@ class TQPLATFORM_API CString {
 
     /// One text behind the other.
     friend CString operator+(CString const &left, CString const &right) {
-        return concatenate(left.view(), right.view());
+        return concatenate(left.text(), right.text());
     }
     friend CString operator+(CString const &left, char const *right) {
-        return concatenate(left.view(), viewOf(right));
+        return concatenate(left.text(), viewOf(right));
     }
     friend CString operator+(char const *left, CString const &right) {
-        return concatenate(viewOf(left), right.view());
+        return concatenate(viewOf(left), right.text());
     }
     friend CString operator+(CString const &left, char right) {
-        return concatenate(left.view(), {&right, 1});
+        return concatenate(left.text(), {&right, 1});
     }
     friend CString operator+(char left, CString const &right) {
-        return concatenate({&left, 1}, right.view());
+        return concatenate({&left, 1}, right.text());
     }
     friend CString operator+(CString &&left, CString const &right) {
-        left.append(right.view());
+        left.append(right.text());
         return static_cast<CString &&>(left);
     }
     friend CString operator+(CString &&left, char const *right) {
@@ -181,21 +181,21 @@ class TQPLATFORM_API CString {
 
     /// Comparison byte by byte.
     friend bool operator==(CString const &left, CString const &right) {
-        return left.view() == right.view();
+        return left.text() == right.text();
     }
     friend bool operator==(CString const &left, char const *right) {
-        return left.view() == viewOf(right);
+        return left.text() == viewOf(right);
     }
     friend std::strong_ordering operator<=>(CString const &left, CString const &right) {
-        return left.view() <=> right.view();
+        return left.text() <=> right.text();
     }
     friend std::strong_ordering operator<=>(CString const &left, char const *right) {
-        return left.view() <=> viewOf(right);
+        return left.text() <=> viewOf(right);
     }
 
     /// Writes the text; reads one word of any length.
     friend std::ostream &operator<<(std::ostream &stream, CString const &text) {
-        return stream << text.view();
+        return stream << text.text();
     }
     friend std::istream &operator>>(std::istream &stream, CString &text) {
         std::string word;

@@ -21,7 +21,7 @@ TQDateTime moment(int day, int month, int year, int hour, int minute, int second
 }
 
 std::string text(TQDateTime const &moment) {
-    return std::string(moment.operator TQString().view());
+    return std::string(moment.operator TQString().text());
 }
 
 TEST(TQDateTime, JointForms) {

@@ -9,7 +9,7 @@
 namespace {
 
 std::string whole(TQFilename const &file) {
-    return std::string(file.view());
+    return std::string(file.text());
 }
 
 struct Parts {
