@@ -11,9 +11,13 @@ bool isLetter(char c) {
 
 }  // namespace
 
+bool hasDrive(std::string_view path) {
+    return path.size() >= 2 && path[1] == ':' && isLetter(path[0]);
+}
+
 std::string toHostPath(std::string_view path) {
     if (path.find('/') != std::string_view::npos) return std::string(path);
-    if (path.size() >= 2 && path[1] == ':' && isLetter(path[0])) {
+    if (hasDrive(path)) {
         if (path[0] != 'C' && path[0] != 'c') return {};
         path.remove_prefix(2);
         if (path.empty()) return ".";

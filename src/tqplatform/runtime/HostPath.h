@@ -16,6 +16,9 @@
 
 namespace tqplatform {
 
+/// True if `path` begins with a drive: a letter and a colon.
+TQPLATFORM_API bool hasDrive(std::string_view path);
+
 /// The host's form of `path`. A path on any drive but C: has none: the result is empty then, which
 /// the host's file calls refuse as a name that doesn't exist.
 TQPLATFORM_API std::string toHostPath(std::string_view path);

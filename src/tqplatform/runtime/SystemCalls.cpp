@@ -13,6 +13,9 @@ namespace {
 int openWithMode(char const *path, int flags, mode_t mode) {
     return ::open(path, flags, mode);
 }
+int renameWith(char const *from, char const *to, unsigned int flags) {
+    return ::renameat2(AT_FDCWD, from, AT_FDCWD, to, flags);
+}
 ssize_t copyRange(int source, int target, std::size_t count) {
     return ::copy_file_range(source, nullptr, target, nullptr, count, 0);
 }
@@ -35,10 +38,13 @@ constinit SystemCalls systemCalls{
     .setOwner = ::fchown,
     .setTimes = ::futimens,
     .access = ::access,
-    .rename = ::rename,
+    .rename = renameWith,
     .remove = ::unlink,
+    .readLink = ::readlink,
+    .pipe = ::pipe2,
     .spawn = ::posix_spawn,
-    .fork = ::fork,
+    .fork = ::_Fork,
+    .execute = ::execve,
     .wait = ::waitpid,
 };
 

@@ -30,12 +30,15 @@ struct SystemCalls {
     int (*setOwner)(int descriptor, uid_t user, gid_t group);    // fchown
     int (*setTimes)(int descriptor, timespec const times[2]);    // futimens
     int (*access)(char const *path, int mode);
-    int (*rename)(char const *from, char const *to);
-    int (*remove)(char const *path);  // unlink
+    int (*rename)(char const *from, char const *to, unsigned int flags);  // renameat2
+    int (*remove)(char const *path);                                      // unlink
+    ssize_t (*readLink)(char const *path, char *target, std::size_t size);
+    int (*pipe)(int ends[2], int flags);  // pipe2
     int (*spawn)(pid_t *child, char const *path, posix_spawn_file_actions_t const *actions,
                  posix_spawnattr_t const *attributes, char *const arguments[],
                  char *const environment[]);
-    pid_t (*fork)();
+    pid_t (*fork)();  // _Fork, which runs no handlers of the host
+    int (*execute)(char const *path, char *const arguments[], char *const environment[]);  // execve
     pid_t (*wait)(pid_t child, int *status, int options);  // waitpid
 };
 

@@ -1,0 +1,147 @@
+#include "tqplatform/runtime/FileReplacement.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+#include "tqplatform/runtime/SystemCalls.h"
+
+namespace tqplatform {
+namespace {
+
+constexpr int mostNames = 16;
+constexpr mode_t ownerOnly = 0600;
+constexpr mode_t permissionBits = 07777;
+
+std::string withoutLinks(std::string const &path) {
+    std::unique_ptr<char, decltype(&std::free)> const real(::realpath(path.c_str(), nullptr),
+                                                           &std::free);
+    return real == nullptr ? path : real.get();
+}
+
+// With its last slash.
+std::string folderOf(std::string const &path) {
+    return path.substr(0, path.rfind('/') + 1);
+}
+
+// Makes a file of a new name in `folder`.
+Descriptor makeFile(std::string const &folder, std::string &name) {
+    static constinit std::atomic<unsigned int> number = 0;
+    for (int i = 0; i < mostNames; ++i) {
+        char text[32];
+        std::snprintf(text, sizeof text, ".tq%lX-%X", static_cast<unsigned long>(::getpid()),
+                      number++);
+        name = folder + text;
+        Descriptor file(openFile(name.c_str(), O_RDWR | O_CREAT | O_EXCL, ownerOnly));
+        if (file.isOpen() || errno != EEXIST) return file;
+    }
+    return Descriptor();
+}
+
+// A file without a name, which is gone when it is closed.
+Descriptor makeScratch() {
+    char const *const folder = std::getenv("TMPDIR");
+    std::string const place = folder == nullptr || *folder == '\0' ? "/tmp" : folder;
+    std::string name;
+    Descriptor file = makeFile(place + '/', name);
+    if (file.isOpen()) systemCalls.remove(name.c_str());
+    return file;
+}
+
+CopyResult copyByBlocks(int source, int target) {
+    constexpr std::size_t blockSize = 256 * 1024;
+    auto const block = std::make_unique_for_overwrite<char[]>(blockSize);
+    for (;;) {
+        ssize_t const got = readFile(source, block.get(), blockSize);
+        if (got < 0) return CopyResult::unreadable;
+        if (got == 0) return CopyResult::done;
+        auto const count = static_cast<std::size_t>(got);
+        if (writeFile(target, block.get(), count) != count) return CopyResult::unwritable;
+    }
+}
+
+// Gives the file `target` the content of the file `source`.
+bool overwrite(int target, int source) {
+    if (systemCalls.seek(source, 0, SEEK_SET) != 0 || systemCalls.seek(target, 0, SEEK_SET) != 0 ||
+        copyRest(source, target) != CopyResult::done)
+        return false;
+    off_t const size = systemCalls.seek(target, 0, SEEK_CUR);
+    return size >= 0 && systemCalls.resize(target, size) == 0 && systemCalls.flush(target) == 0;
+}
+
+}  // namespace
+
+CopyResult copyRest(int source, int target) {
+    constexpr std::size_t most = 1 << 30;
+    while (systemCalls.copy(source, target, most) > 0) {
+    }
+    // Files that the system can't copy by itself, and errors: blocks tell which side they are on.
+    return copyByBlocks(source, target);
+}
+
+FileReplacement::FileReplacement(std::string const &path, int like)
+    : path_(withoutLinks(path)), like_(like) {
+    if (openBeside()) return;
+    discard();
+    content_ = makeScratch();
+}
+
+FileReplacement::~FileReplacement() {
+    discard();
+}
+
+void FileReplacement::discard() {
+    content_.close();
+    if (!name_.empty()) systemCalls.remove(name_.c_str());
+    name_.clear();
+}
+
+bool FileReplacement::openBeside() {
+    struct stat old {};
+    if (systemCalls.status(like_, &old) != 0 || old.st_nlink > 1) return false;
+    std::string name;
+    content_ = makeFile(folderOf(path_), name);
+    if (!isOpen()) return false;
+    name_ = name;
+    return takeOwnerAndMode();
+}
+
+bool FileReplacement::takeOwnerAndMode() const {
+    struct stat old {
+    }, fresh{};
+    if (systemCalls.status(like_, &old) != 0 || systemCalls.status(descriptor(), &fresh) != 0)
+        return false;
+    bool const sameOwner = old.st_uid == fresh.st_uid && old.st_gid == fresh.st_gid;
+    if (!sameOwner && systemCalls.setOwner(descriptor(), old.st_uid, old.st_gid) != 0) return false;
+    return systemCalls.setMode(descriptor(), old.st_mode & permissionBits) == 0;
+}
+
+bool FileReplacement::commit(Safety safety) {
+    bool committed = false;
+    if (isOpen() && name_.empty()) {
+        committed = commitInPlace();
+    } else if (isOpen()) {
+        bool const flushed = safety == Safety::program || systemCalls.flush(descriptor()) == 0;
+        bool const complete = content_.close() && flushed;
+        committed = complete && systemCalls.rename(name_.c_str(), path_.c_str(), 0) == 0;
+        if (committed) name_.clear();
+    }
+    discard();
+    return committed;
+}
+
+// If the new content can't be written the old one is put back.
+bool FileReplacement::commitInPlace() const {
+    Descriptor const backup = makeScratch();
+    if (!backup.isOpen() || !overwrite(backup.number(), like_)) return false;
+    if (overwrite(like_, descriptor())) return true;
+    overwrite(like_, backup.number());
+    return false;
+}
+
+}  // namespace tqplatform

@@ -1,0 +1,65 @@
+#pragma once
+
+// A new content for a file, which takes the place of the old one in one step, so that the file is
+// never half written.
+//
+//     FileReplacement replacement("/home/ada/messwerk.ini", settings.fd());
+//     if (replacement.isOpen() && writeFile(replacement.descriptor(), text, size) == size)
+//         replacement.commit(Safety::power);
+//
+// The content is written to a file beside the old one, which is then renamed over it. Where that
+// can't be, because the file has several names, its owner can't be kept or the folder can't be
+// written, the content is gathered in a temporary file and copied into the old file, which gets its
+// old content back if something goes wrong.
+
+#include <string>
+
+#include "tqplatform/runtime/Descriptor.h"
+#include "tqplatform/runtime/Export.h"
+
+namespace tqplatform {
+
+/// How a copy ended.
+enum class CopyResult { done, unreadable, unwritable };
+
+/// Copies all that follows the read position of `source` to the write position of `target`, in the
+/// fastest way that the system has.
+TQPLATFORM_API CopyResult copyRest(int source, int target);
+
+/// What a new content has to survive from the moment it is in place: the end of the program, or the
+/// loss of power as well, which takes a while on a disk.
+enum class Safety { program, power };
+
+/// The replacement. It owns its files; those that aren't committed are removed at the end.
+class TQPLATFORM_API FileReplacement {
+  public:
+    /// Prepares to replace the file `path`, in the host's form; links are followed to the file that
+    /// they lead to. Owner and mode will be those of `like`, the descriptor of the old file open
+    /// for writing, which has to stay open.
+    FileReplacement(std::string const &path, int like);
+    FileReplacement(FileReplacement const &) = delete;
+    FileReplacement &operator=(FileReplacement const &) = delete;
+    ~FileReplacement();
+
+    /// False if there is no place to write to.
+    bool isOpen() const { return content_.isOpen(); }
+
+    /// Where the new content is to be written, from the beginning on.
+    int descriptor() const { return content_.number(); }
+
+    /// Puts the new content in place. If the result is false the file is as it was.
+    bool commit(Safety safety);
+
+  private:
+    bool openBeside();
+    bool takeOwnerAndMode() const;
+    bool commitInPlace() const;
+    void discard();
+
+    std::string path_;
+    std::string name_;  ///< of the file beside; empty if the content goes elsewhere
+    int like_;
+    Descriptor content_;
+};
+
+}  // namespace tqplatform
