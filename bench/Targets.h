@@ -27,4 +27,5 @@ inline constexpr Target targets[] = {
     {"date columns", "strptime", 0.4, 0.12},
     {"date free form", "sscanf", 0.25, 0.12},
     {"path parts", "filesystem", 0.3, 0.0},
+    {"start and wait", "posix_spawn", 1.1, 1.0},
 };

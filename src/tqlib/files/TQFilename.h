@@ -11,12 +11,19 @@
 //     file.GetName();          // file.tar.gz         name and extension
 //     file.newExtension("txt");                    // C:\dir\sub\file.tar.txt
 //
-// It works on the text alone, with the rules of Windows paths: a drive is a character and a colon,
-// the backslash separates folders. No file is looked at and nothing is normalised.
+// This works on the text alone, with the rules of Windows paths: a drive is a character and a
+// colon, the backslash separates folders. Nothing is normalised. Other operations work on the file
+// of that path:
+//
+//     if (file.copy("C:\\backup\\file.tar.gz") != 0) ...
+//     unsigned long bytes = file.fileSize();
+//     file.edit();                                 // opens it in the user's editor
 
 #include <cstddef>
 #include <string_view>
 
+#include "tqlib/datetime/TQDate.h"
+#include "tqlib/datetime/TQTime.h"
 #include "tqlib/foundation/Export.h"
 #include "tqlib/foundation/TQString.h"
 
@@ -29,8 +36,8 @@ class TQLIB_API TQFilename : public TQString {
     TQFilename() = default;
 
     /// The path `path` without white space at its ends. Null counts as empty.
-    TQFilename(TQString const &path) { assign(trimmed(path.view())); }
-    TQFilename(CString const &path) { assign(trimmed(path.view())); }
+    TQFilename(TQString const &path) { assign(trimmed(path.text())); }
+    TQFilename(CString const &path) { assign(trimmed(path.text())); }
     TQFilename(char const *path) { assign(trimmed(path == nullptr ? "" : path)); }
 
     /// The whole path of `other`; see above.
@@ -101,6 +108,53 @@ class TQLIB_API TQFilename : public TQString {
 
     /// 1 if there is a bare name, else 0.
     int isValidWithWildcards();
+
+    /// 0 if the file exists and may be used as `mode` says, a sum of 2 (write) and 4 (read); else
+    /// -1. Mode 0 tests for existence, and so does 1.
+    int access(int mode) const;
+
+    /// Gives the file the path `target`, which the object takes over if the result is 0. Another
+    /// result is a failure: nothing has changed. A file that is there already is never replaced.
+    int rename(TQString const &target);
+
+    /// Deletes the file; 0, or -1 if that can't be. The object keeps its path.
+    int remove();
+
+    /// Copies the bytes of the file to the file `target`, which it replaces. The result is 0, or 1
+    /// if the target can't be written or is this very file, 2 if this file doesn't exist, 3 if it
+    /// can't be read. After a failure the target is as it was.
+    int copy(TQString const &target) const;
+
+    /// Hand the file to the program that the setting EDIT, VIEW or PRINT names, and wait for its
+    /// end. The command line is the setting, a blank and the path, for print() followed by a blank
+    /// and `printer`, or PRN: if that is empty. The path isn't quoted. The result is 0; 1 without
+    /// the setting; or -1 if the program can't be started or the command line has more than 1023
+    /// characters.
+    int edit();
+    int view();
+    int print(TQString const &printer);
+
+    /// Makes an empty file of a new name, which the object takes over: the setting PATH, or the
+    /// current directory and a backslash if it isn't set, and a number that comes from the time of
+    /// day, in hexadecimal. The result is 0, 1 if the file can't be made, or 2 if 15 names were
+    /// taken.
+    int makeTemp();
+
+    /// The size in bytes; 0 for a file that doesn't exist. A larger one than an unsigned long can
+    /// tell counts as its low bits.
+    unsigned long fileSize() const;
+
+    /// The date and the time of day (without fractions of a second) of the last change of the file,
+    /// in UTC; zeros for a file that can't be read. They are shared by all objects and hold until
+    /// the next call.
+    TQDate &fileDate() const;
+    TQTime &fileTime() const;
+
+    /// Set the date, or the time of day, of the last change in UTC; the other half stays. The
+    /// result is 0, or -1 if the file can't be changed or there is no such date or time from year
+    /// 1601 on.
+    int setFileDate(TQDate const &date);
+    int setFileTime(TQTime const &time);
 
   protected:
     /// 1 if `text` has a wildcard, else 0.

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+
+#include "tqplatform/streams/fstream.h"
+
+namespace tqlib::detail {
+
+/// An open file of settings.
+class SettingsFile {
+  public:
+    /// Opens the file `name`, or none if it is null.
+    explicit SettingsFile(char const *name);
+
+    /// True if the file could be opened.
+    bool isOpen() const { return stream_.is_open(); }
+
+    /// Opens the file anew if another one has taken its place since, and sends out what a caller
+    /// has written. False if that can't be.
+    bool refresh();
+
+    std::string const &name() const { return name_; }
+    classic::fstream &stream() { return stream_; }
+    int descriptor() const { return stream_.rdbuf()->fd(); }
+
+  private:
+    bool open();
+
+    classic::fstream stream_;
+    std::string name_;
+    dev_t device_ = 0;
+    ino_t number_ = 0;
+};
+
+}  // namespace tqlib::detail

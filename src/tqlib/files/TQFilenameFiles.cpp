@@ -1,0 +1,244 @@
+#include <fcntl.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "tqlib/config/getLibrarySetting.h"
+#include "tqlib/files/TQExecute.h"
+#include "tqlib/files/TQFilename.h"
+#include "tqplatform/kernel/FileTime.h"
+#include "tqplatform/runtime/CRuntime.h"
+#include "tqplatform/runtime/Descriptor.h"
+#include "tqplatform/runtime/FileReplacement.h"
+#include "tqplatform/runtime/HostPath.h"
+#include "tqplatform/runtime/SystemCalls.h"
+#include "tqplatform/streams/ofstream.h"
+
+namespace {
+
+using tqplatform::Descriptor;
+using tqplatform::openFile;
+using tqplatform::systemCalls;
+using tqplatform::toHostPath;
+
+constexpr int commandRoom = 1024;  // characters of a command line, its NUL included
+constexpr int folderRoom = 1025;   // of the current directory
+constexpr int mostNames = 15;      // that makeTemp() tries
+constexpr int namesPerSecond = 16;
+
+/// Results of copy().
+enum CopyCode { copied = 0, noTarget = 1, noSource = 2, unreadableSource = 3 };
+
+/// The file that a copy goes to. One that the copy made is gone again if it doesn't succeed.
+class CopyTarget {
+  public:
+    /// Opens the file and leaves its content alone.
+    explicit CopyTarget(std::string path) : path_(std::move(path)) {
+        for (int const flags : {O_RDWR, O_WRONLY, O_WRONLY | O_CREAT | O_EXCL}) {
+            file_ = Descriptor(openFile(path_.c_str(), flags, classic::filebuf::openprot));
+            made_ = file_.isOpen() && (flags & O_CREAT) != 0;
+            if (file_.isOpen()) break;
+        }
+        if (file_.isOpen() && systemCalls.status(file_.number(), &status_) != 0) file_.close();
+    }
+    CopyTarget(CopyTarget const &) = delete;
+    CopyTarget &operator=(CopyTarget const &) = delete;
+    ~CopyTarget() {
+        if (made_) systemCalls.remove(path_.c_str());
+    }
+
+    bool isOpen() const { return file_.isOpen(); }
+
+    bool isFile(struct stat const &other) const {
+        return status_.st_dev == other.st_dev && status_.st_ino == other.st_ino;
+    }
+
+    /// Takes over the content of the file `source`.
+    CopyCode take(int source) {
+        if (made_ || !S_ISREG(status_.st_mode)) {
+            CopyCode const code = copyTo(file_.number(), source);
+            bool const closed = file_.close();
+            if (code == copied && closed) made_ = false;
+            return closed ? code : noTarget;
+        }
+        tqplatform::FileReplacement replacement(path_, file_.number());
+        CopyCode const code = copyTo(replacement.descriptor(), source);
+        if (code != copied) return code;
+        return replacement.commit(tqplatform::Safety::program) ? copied : noTarget;
+    }
+
+  private:
+    static CopyCode copyTo(int target, int source) {
+        switch (tqplatform::copyRest(source, target)) {
+            case tqplatform::CopyResult::done:
+                return copied;
+            case tqplatform::CopyResult::unreadable:
+                return unreadableSource;
+            default:
+                return noTarget;
+        }
+    }
+
+    std::string path_;
+    Descriptor file_;
+    struct stat status_ {};
+    bool made_ = false;
+};
+
+// Starts the program of the setting `key` with `arguments` and waits for its end.
+int startProgram(char const *key, std::string const &arguments) {
+    std::unique_ptr<char, decltype(&std::free)> const program(getLibrarySetting(key), &std::free);
+    if (program == nullptr) return 1;
+    std::string const command = program.get() + (' ' + arguments);
+    if (command.size() >= commandRoom) return -1;
+    return TQExecute(TQString(command.c_str())).start(TQExecute::startAndWait);
+}
+
+unsigned long secondsOfDay() {
+    std::time_t const moment = std::time(nullptr);
+    std::tm local{};
+    if (localtime_r(&moment, &local) == nullptr) return 0;
+    return static_cast<unsigned long>((local.tm_hour * 60 + local.tm_min) * 60 + local.tm_sec);
+}
+
+// What stands in front of the names of temporary files.
+TQString temporaryPrefix() {
+    std::unique_ptr<char, decltype(&std::free)> const setting(getLibrarySetting("PATH"),
+                                                              &std::free);
+    if (setting != nullptr) return setting.get();
+    char folder[folderRoom];
+    if (_getcwd(folder, folderRoom) == nullptr) folder[0] = '\0';
+    return TQString(folder) + "\\";
+}
+
+/// The handle of an open file, closed in the end.
+using FileHandle = std::unique_ptr<tqplatform::Handle, decltype(&CloseHandle)>;
+
+FileHandle openHandle(char const *path) {
+    return {OpenFile(path, OF_READ), &CloseHandle};
+}
+
+// The time of the last change.
+std::optional<SYSTEMTIME> timeOf(FileHandle const &file) {
+    FILETIME written;
+    SYSTEMTIME moment;
+    bool const known = file != nullptr &&
+                       GetFileTime(file.get(), nullptr, nullptr, &written) != 0 &&
+                       FileTimeToSystemTime(&written, &moment) != 0;
+    return known ? std::optional(moment) : std::nullopt;
+}
+
+// Lets `change` change the time of the last change; 0, or -1 if that can't be.
+template <typename Function>
+int changeTime(char const *path, Function change) {
+    FileHandle const file = openHandle(path);
+    auto moment = timeOf(file);
+    FILETIME written;
+    bool const changed = moment && change(*moment) &&
+                         SystemTimeToFileTime(&*moment, &written) != 0 &&
+                         SetFileTime(file.get(), nullptr, nullptr, &written) != 0;
+    return changed ? 0 : -1;
+}
+
+// Stores `value` if it can stand in a moment.
+bool store(std::uint16_t &field, int value) {
+    field = static_cast<std::uint16_t>(value);
+    return field == value;
+}
+
+}  // namespace
+
+int TQFilename::access(int mode) const {
+    return _access(*this, mode);
+}
+
+int TQFilename::rename(TQString const &target) {
+    TQFilename const renamed(target);
+    int const result = tqplatform::renameFile(*this, renamed);
+    if (result == 0) *this = renamed;
+    return result;
+}
+
+int TQFilename::remove() {
+    return _unlink(*this);
+}
+
+int TQFilename::copy(TQString const &target) const {
+    CopyTarget to(toHostPath(TQFilename(target).text()));
+    if (!to.isOpen()) return noTarget;
+    if (access(0) != 0) return noSource;
+    Descriptor const from(openFile(toHostPath(text()).c_str(), O_RDONLY, 0));
+    struct stat status {};
+    if (!from.isOpen() || systemCalls.status(from.number(), &status) != 0) return unreadableSource;
+    return to.isFile(status) ? noTarget : to.take(from.number());
+}
+
+int TQFilename::print(TQString const &printer) {
+    std::string const device(printer.IsEmpty() ? "PRN:" : printer.text());
+    return startProgram("PRINT", std::string(text()) + ' ' + device);
+}
+
+int TQFilename::edit() {
+    return startProgram("EDIT", std::string(text()));
+}
+
+int TQFilename::view() {
+    return startProgram("VIEW", std::string(text()));
+}
+
+int TQFilename::makeTemp() {
+    TQFilename const prefix(temporaryPrefix());
+    unsigned long const first = secondsOfDay() * namesPerSecond;
+    for (int i = 0; i < mostNames; ++i) {
+        char number[2 * sizeof first + 1];
+        std::snprintf(number, sizeof number, "%lX", first + static_cast<unsigned long>(i));
+        *this = prefix;
+        *this += number;
+        if (access(0) == 0) continue;
+        // A name that another one takes in this very moment is taken as well.
+        using classic::ios;
+        if (classic::ofstream(*this, ios::out | ios::noreplace).is_open()) return 0;
+        if (errno != EEXIST) return 1;
+    }
+    return 2;
+}
+
+unsigned long TQFilename::fileSize() const {
+    struct stat status {};
+    return _stat(*this, &status) == 0 ? static_cast<unsigned long>(status.st_size) : 0;
+}
+
+TQDate &TQFilename::fileDate() const {
+    static TQDate date(0, 0, 0);
+    SYSTEMTIME const moment = timeOf(openHandle(*this)).value_or(SYSTEMTIME{});
+    date = TQDate(moment.wDay, moment.wMonth, moment.wYear);
+    return date;
+}
+
+TQTime &TQFilename::fileTime() const {
+    static TQTime time(0, 0, 0, 0);
+    SYSTEMTIME const moment = timeOf(openHandle(*this)).value_or(SYSTEMTIME{});
+    time = TQTime(moment.wHour, moment.wMinute, moment.wSecond, 0);
+    return time;
+}
+
+int TQFilename::setFileDate(TQDate const &date) {
+    return changeTime(*this, [&](SYSTEMTIME &moment) {
+        return store(moment.wYear, date.year()) && store(moment.wMonth, date.month()) &&
+               store(moment.wDay, date.day());
+    });
+}
+
+int TQFilename::setFileTime(TQTime const &time) {
+    return changeTime(*this, [&](SYSTEMTIME &moment) {
+        return store(moment.wHour, time.hour()) && store(moment.wMinute, time.minute()) &&
+               store(moment.wSecond, time.second()) &&
+               store(moment.wMilliseconds, time.thousands());
+    });
+}

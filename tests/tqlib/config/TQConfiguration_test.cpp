@@ -1,0 +1,386 @@
+#include "tqlib/config/TQConfiguration.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <functional>
+#include <random>
+#include <string>
+
+#include "../../../fuzz/support/SettingsModel.h"
+#include "support/Files.h"
+#include "tqlib/config/getLibrarySetting.h"
+#include "tqplatform/runtime/SystemCalls.h"
+
+namespace {
+
+using tqplatform::systemCalls;
+
+std::string textOf(char *owned) {
+    std::string const text = owned == nullptr ? "(none)" : owned;
+    std::free(owned);
+    return text;
+}
+
+// A folder for the settings and one for the temporary files, which must be empty in the end.
+class TQConfiguration_ : public testing::Test {
+  protected:
+    TQConfiguration_() { setenv("TQPATH", (temporary_.file("") + "/").c_str(), 1); }
+    ~TQConfiguration_() override {
+        unsetenv("TQPATH");
+        unsetenv("TQINI");
+        EXPECT_TRUE(std::filesystem::is_empty(temporary_.file("")));
+    }
+
+    std::string write(std::string const &content) { return folder_.write("a.ini", content); }
+    std::string read() const { return folder_.read("a.ini"); }
+    std::size_t filesBeside() const {
+        auto const files = std::filesystem::directory_iterator(folder_.file(""));
+        return static_cast<std::size_t>(std::distance(begin(files), end(files)));
+    }
+
+    /// Removes what a killed process has left.
+    void clearTemporaryFolder() const {
+        for (auto const &file : std::filesystem::directory_iterator(temporary_.file("")))
+            std::filesystem::remove(file);
+    }
+
+    TemporaryFolder folder_, temporary_;
+};
+
+struct Reading {
+    char const *content, *category, *name, *value;
+};
+
+TEST_F(TQConfiguration_, Reading) {
+    std::string const longLine =
+        "[c]\n" + std::string(1023, 'x') + "a=b\n" + std::string(1023, 'x') + "[d]\na=c\n";
+    Reading const rows[] = {
+        {"[c]\na=b=c\n", "c", "a", "b=c"},
+        {"[c]\n=a=b\n", "[c]", "a", "b"},
+        {"[c]\n==\n===a==b\n", "c]", "a", "=b"},
+        {"[c] old\na=1", "[c", "a", "1"},
+        {"[cd]\na=1\n [c]\na=2\n", "c", "a", "(none)"},
+        {"[c]\nA=x\na =y\na=\n#a=4\na=3\na=5\n", "c", "a", "3"},
+        {"[c]\na=1\r\n", "c", "a", "1\r"},
+        {"[c]\r\na=b\n", "c", "a", "b"},
+        {"[c]\n[d]\na=1\n", "c", "a", "(none)"},
+        {"[c]\nb=[\na=[x]\n", "c", "a", "[x]"},
+        {"[c]\na=1\n[c]\nb=2\n", "c", "b", "(none)"},
+        {longLine.c_str(), "c", "a", "b"},
+        {longLine.c_str(), "d", "a", "c"},
+        {"", "c", "a", "(none)"},
+        {"[]\na=1\n", "[]", "a", "1"},
+        {"[c]\na=1\n", "", "a", "(none)"},
+    };
+    for (Reading const &row : rows) {
+        TQConfiguration settings(write(row.content).c_str());
+        EXPECT_EQ(textOf(settings.getValue(row.category, row.name)), row.value) << row.content;
+        SettingsModel const model{row.content};
+        EXPECT_EQ(settings.searchCategorie(row.category),
+                  static_cast<long>(model.find(row.category).value_or(-1ul)));
+    }
+}
+
+TEST_F(TQConfiguration_, TheStreamStandsBehindTheHeader) {
+    TQConfiguration settings(write("[a]\nx=1\n[b]\ny=2\n").c_str());
+    char line[10];
+    EXPECT_EQ(settings.searchCategorie("b"), 8);
+    settings.stream()->getline(line, sizeof line);
+    EXPECT_STREQ(line, "y=2");
+    EXPECT_EQ(settings.searchCategorie("c"), -1);
+    EXPECT_TRUE(settings.stream()->fail());
+    EXPECT_EQ(settings.stream()->tellg(), -1);
+}
+
+TEST_F(TQConfiguration_, Opening) {
+    unsetenv("TQINI");
+    EXPECT_STREQ(TQConfiguration().fileName(), "");
+    EXPECT_STREQ(TQConfiguration(nullptr).fileName(), "");
+    std::string const missing = folder_.file("no/such.ini");
+    TQConfiguration closed(missing.c_str());
+    EXPECT_STREQ(closed.fileName(), "");
+    EXPECT_TRUE(closed.stream()->fail());
+    EXPECT_EQ(closed.getValue("a", "b"), nullptr);
+    EXPECT_EQ(closed.newCategorie("a"), 0);
+    EXPECT_EQ(closed.addProgram("a", "1", "b"), 1);
+    EXPECT_EQ(closed.deleteProgramm("a"), 1);
+
+    setenv("TQINI", folder_.file("new.ini").c_str(), 1);
+    TQConfiguration fresh;
+    EXPECT_EQ(fresh.fileName(), folder_.file("new.ini"));
+    EXPECT_EQ(fresh.newCategorie("TQ"), 1);
+    EXPECT_EQ(folder_.read("new.ini"), "\n[TQ]\n");
+    EXPECT_EQ(fresh.addValue("TQ", "DIR", "x"), 0);
+    unsetenv("TQDIR");
+    EXPECT_EQ(textOf(getLibrarySetting("DIR")), "x");
+    setenv("TQDIR", "", 1);
+    EXPECT_EQ(textOf(getLibrarySetting("DIR")), "");
+    unsetenv("TQDIR");
+    EXPECT_EQ(getLibrarySetting(std::string(1022, 'x').c_str()), nullptr);
+    EXPECT_EQ(getLibrarySetting(nullptr), nullptr);
+}
+
+// One operation with its arguments; `apply` does it to the model.
+struct Operation {
+    int number;
+    std::string category, name, value;
+
+    int run(TQConfiguration &settings) const {
+        char const *const c = category.c_str(), *const n = name.c_str(), *const v = value.c_str();
+        switch (number) {
+            case 0:
+                return settings.newCategorie(c);
+            case 1:
+                return settings.deleteCategorie(c);
+            case 2:
+                return settings.addValue(c, n, v);
+            case 3:
+                return settings.setValue(c, n, v);
+            case 4:
+                return settings.deleteValue(c, n);
+            case 5:
+                return settings.addProgram(n, v, c);
+            default:
+                return settings.deleteProgramm(n);
+        }
+    }
+    int apply(SettingsModel &model) const {
+        std::string const version = name + "_Version";
+        switch (number) {
+            case 0:
+                return model.addCategory(category);
+            case 1:
+                return model.deleteCategory(category);
+            case 2:
+                return !model.addValue(category, name, value);
+            case 3:
+                return !model.setValue(category, name, value);
+            case 4:
+                return !model.deleteValue(category, name);
+            case 5:
+                model.setValue("Programs", name, category);
+                model.setValue("Programs", version, value);
+                return 0;
+            default:
+                if (!model.deleteValue("Programs", name)) return 1;
+                model.deleteValue("Programs", version);
+                return 0;
+        }
+    }
+};
+
+constexpr char startContent[] =
+    "# settings\n\n[Programs]\np=C:\\p.exe\np_Version=1\n[a] "
+    "b\nx=1\ny=\nx=2\n[b]\nx=3\r\n[c]\nlast=1";
+
+Operation const operations[] = {
+    {0, "new", "", ""},
+    {0, "[a]", "", ""},
+    {0, "", "", ""},
+    {0, std::string(96, 'x'), "", ""},
+    {0, std::string(95, 'x'), "", ""},
+    {1, "a", "", ""},
+    {1, "c", "", ""},
+    {1, "d", "", ""},
+    {2, "a", "z", "1"},
+    {2, "a", "x", "1"},
+    {2, "a", "y", "1"},
+    {2, "a", "z", std::string(1020, 'v')},
+    {2, "a", "z", std::string(1021, 'v')},
+    {3, "a", "x", "9"},
+    {3, "b", "x", ""},
+    {3, "c", "last", "2"},
+    {3, "a", "y", "[z]"},
+    {3, "d", "x", "1"},
+    {3, "b", "x", std::string(2000, 'v')},
+    {4, "a", "x", ""},
+    {4, "a", "n", ""},
+    {4, "d", "x", ""},
+    {5, "C:\\q", "q", "2.0"},
+    {5, "C:\\q", "p", "2.0"},
+    {6, "", "p", ""},
+    {6, "", "q", ""},
+    {5, "C:\\q", std::string(1016, 'p'), "1"},
+};
+
+TEST_F(TQConfiguration_, ChangesAreThoseOfThePlainModel) {
+    for (Operation const &operation : operations) {
+        SettingsModel model{startContent};
+        TQConfiguration settings(write(startContent).c_str());
+        int const expected =
+            operation.name.size() > 1000 ? 1 : operation.apply(model);  // beyond the limit
+        EXPECT_EQ(operation.run(settings), expected) << operation.number << operation.category;
+        EXPECT_EQ(read(), model.content) << operation.number << operation.category;
+    }
+}
+
+TEST_F(TQConfiguration_, ObjectsAndCopiesSeeEachOthersChanges) {
+    TQConfiguration one(write("[a]\n").c_str()), other(folder_.file("a.ini").c_str());
+    {
+        TQConfiguration const copy = one;
+        EXPECT_EQ(one.setValue("a", "x", "1"), 0);
+    }
+    EXPECT_EQ(textOf(other.getValue("a", "x")), "1");
+    EXPECT_EQ(other.setValue("a", "x", "2"), 0);
+    EXPECT_EQ(textOf(one.getValue("a", "x")), "2");
+    one.stream()->clear();
+    one.stream()->seekp(0);
+    *one.stream() << "[b]";
+    EXPECT_EQ(one.searchCategorie("b"), 0);
+    EXPECT_EQ(filesBeside(), 1u);
+}
+
+// What a file is replaced by keeps mode, links and further names.
+TEST_F(TQConfiguration_, TheFileStaysTheSameForOthers) {
+    std::string const path = write("[a]\n"), link = folder_.file("link"), name = folder_.file("b");
+    chmod(path.c_str(), 0640);
+    ASSERT_EQ(symlink("a.ini", link.c_str()), 0);
+    EXPECT_EQ(TQConfiguration(link.c_str()).addValue("a", "x", "1"), 0);
+    struct stat status {};
+    EXPECT_EQ(lstat(link.c_str(), &status), 0);
+    EXPECT_TRUE(S_ISLNK(status.st_mode));
+    EXPECT_EQ(stat(path.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777u, 0640u);
+    EXPECT_EQ(read(), "[a]\nx=1\n");
+
+    ASSERT_EQ(::link(path.c_str(), name.c_str()), 0);
+    EXPECT_EQ(TQConfiguration(path.c_str()).deleteValue("a", "x"), 0);
+    EXPECT_EQ(folder_.read("b"), "[a]\n");
+    EXPECT_EQ(filesBeside(), 3u);
+}
+
+tqplatform::SystemCalls const realCalls = systemCalls;
+int callsLeft = -1;  // the call at 0 is the one
+
+// Calls of a change, each of which can be made to fail or to be the last.
+enum class Fate { fails, endsTheProcess, isCutShort };
+Fate fate = Fate::fails;
+
+bool strikes() {
+    if (callsLeft-- != 0) return false;
+    if (fate == Fate::endsTheProcess) _exit(0);
+    errno = ENOSPC;
+    return true;
+}
+
+template <auto member, typename Result, typename... Arguments>
+Result faulty(Arguments... arguments) {
+    return strikes() ? Result{-1} : (realCalls.*member)(arguments...);
+}
+template <auto member, typename Result, typename... Arguments>
+void makeFaulty(Result (*&call)(Arguments...)) {
+    call = faulty<member, Result, Arguments...>;
+}
+
+void makeCallsFaulty(int lastGoodCalls, Fate what) {
+    using Calls = tqplatform::SystemCalls;
+    callsLeft = lastGoodCalls;
+    fate = what;
+    makeFaulty<&Calls::open>(systemCalls.open);
+    makeFaulty<&Calls::close>(systemCalls.close);
+    makeFaulty<&Calls::readAt>(systemCalls.readAt);
+    makeFaulty<&Calls::read>(systemCalls.read);
+    makeFaulty<&Calls::copy>(systemCalls.copy);
+    makeFaulty<&Calls::seek>(systemCalls.seek);
+    makeFaulty<&Calls::resize>(systemCalls.resize);
+    makeFaulty<&Calls::flush>(systemCalls.flush);
+    makeFaulty<&Calls::status>(systemCalls.status);
+    makeFaulty<&Calls::statusOf>(systemCalls.statusOf);
+    makeFaulty<&Calls::setMode>(systemCalls.setMode);
+    makeFaulty<&Calls::access>(systemCalls.access);
+    makeFaulty<&Calls::rename>(systemCalls.rename);
+    systemCalls.write = [](int file, void const *source, std::size_t count) {
+        bool const cut = fate == Fate::isCutShort && callsLeft == 0 && count > 1;
+        if (cut) --callsLeft;
+        return !cut && strikes() ? -1 : realCalls.write(file, source, cut ? count / 2 : count);
+    };
+}
+
+Operation const changes[] = {
+    {0, "new", "", ""}, {1, "a", "", ""}, {3, "b", "x", "9"}, {5, "C:\\q", "p", "2.0"}};
+
+TEST_F(TQConfiguration_, AFailingCallLosesNothing) {
+    for (bool const twoNames : {false, true})
+        for (Operation const &operation : changes)
+            for (Fate const what : {Fate::fails, Fate::isCutShort})
+                for (int calls = 0, fired = 1; fired != 0; ++calls) {
+                    std::filesystem::remove(folder_.file("b"));
+                    std::string const path = write(startContent);
+                    if (twoNames) {
+                        ASSERT_EQ(::link(path.c_str(), folder_.file("b").c_str()), 0);
+                    }
+                    TQConfiguration settings(path.c_str());
+                    SettingsModel model{startContent};
+                    int const good = operation.apply(model);
+                    makeCallsFaulty(calls, what);
+                    int const result = operation.run(settings);
+                    fired = callsLeft < 0 ? 1 : 0;
+                    systemCalls = realCalls;
+                    EXPECT_EQ(read(), result == good ? model.content : startContent)
+                        << operation.number << " call " << calls;
+                    EXPECT_EQ(filesBeside(), twoNames ? 2u : 1u) << calls;
+                    if (fired == 0) {
+                        EXPECT_EQ(result, good);
+                    }
+                }
+}
+
+// Runs `child` in a process of its own.
+void inChild(std::function<void()> const &child) {
+    pid_t const process = fork();
+    if (process == 0) {
+        child();
+        _exit(0);
+    }
+    ASSERT_EQ(waitpid(process, nullptr, 0), process);
+}
+
+TEST_F(TQConfiguration_, WhateverCallIsTheLastTheFileIsOldOrNew) {
+    int seen[2] = {};
+    for (Operation const &operation : changes)
+        for (int calls = 0; calls < 80; ++calls) {
+            std::string const path = write(startContent);
+            SettingsModel model{startContent};
+            operation.apply(model);
+            inChild([&] {
+                TQConfiguration settings(path.c_str());
+                makeCallsFaulty(calls, Fate::endsTheProcess);
+                operation.run(settings);
+            });
+            std::string const content = read();
+            ++seen[content == model.content];
+            EXPECT_TRUE(content == startContent || content == model.content) << content;
+            clearTemporaryFolder();
+        }
+    EXPECT_GT(seen[0], 20);
+    EXPECT_GT(seen[1], 20);
+}
+
+TEST_F(TQConfiguration_, AKilledProcessLeavesTheOldOrTheNewContent) {
+    std::mt19937 random(1);
+    std::string const path = write("[a]\nn=0\n");
+    int highest = 0;
+    for (int round = 0; round < 300; ++round) {
+        pid_t const process = fork();
+        if (process == 0) {
+            TQConfiguration settings(path.c_str());
+            for (int i = 0;; ++i)
+                settings.setValue("a", "n", std::to_string(i).c_str());
+        }
+        usleep(static_cast<useconds_t>(random() % 5000));
+        kill(process, SIGKILL);
+        ASSERT_EQ(waitpid(process, nullptr, 0), process);
+        std::string const value = textOf(TQConfiguration(path.c_str()).getValue("a", "n"));
+        EXPECT_EQ(read(), "[a]\nn=" + value + "\n");
+        highest = std::max(highest, std::stoi(value));
+        clearTemporaryFolder();
+    }
+    EXPECT_GT(highest, 1);
+}
+
+}  // namespace
