@@ -104,7 +104,8 @@ unsigned long secondsOfDay() {
     std::time_t const moment = std::time(nullptr);
     std::tm local{};
     if (localtime_r(&moment, &local) == nullptr) return 0;
-    return static_cast<unsigned long>((local.tm_hour * 60 + local.tm_min) * 60 + local.tm_sec);
+    int const seconds = (local.tm_hour * 60 + local.tm_min) * 60 + local.tm_sec;
+    return static_cast<unsigned long>(seconds);
 }
 
 // What stands in front of the names of temporary files.

@@ -12,13 +12,11 @@
 #include <string>
 
 #include "../../../fuzz/support/SettingsModel.h"
+#include "support/FaultyCalls.h"
 #include "support/Files.h"
 #include "tqlib/config/getLibrarySetting.h"
-#include "tqplatform/runtime/SystemCalls.h"
 
 namespace {
-
-using tqplatform::systemCalls;
 
 std::string textOf(char *owned) {
     std::string const text = owned == nullptr ? "(none)" : owned;
@@ -254,80 +252,33 @@ TEST_F(TQConfiguration_, TheFileStaysTheSameForOthers) {
     EXPECT_EQ(filesBeside(), 3u);
 }
 
-tqplatform::SystemCalls const realCalls = systemCalls;
-int callsLeft = -1;  // the call at 0 is the one
-
-// Calls of a change, each of which can be made to fail or to be the last.
-enum class Fate { fails, endsTheProcess, isCutShort };
-Fate fate = Fate::fails;
-
-bool strikes() {
-    if (callsLeft-- != 0) return false;
-    if (fate == Fate::endsTheProcess) _exit(0);
-    errno = ENOSPC;
-    return true;
-}
-
-template <auto member, typename Result, typename... Arguments>
-Result faulty(Arguments... arguments) {
-    return strikes() ? Result{-1} : (realCalls.*member)(arguments...);
-}
-template <auto member, typename Result, typename... Arguments>
-void makeFaulty(Result (*&call)(Arguments...)) {
-    call = faulty<member, Result, Arguments...>;
-}
-
-void makeCallsFaulty(int lastGoodCalls, Fate what) {
-    using Calls = tqplatform::SystemCalls;
-    callsLeft = lastGoodCalls;
-    fate = what;
-    makeFaulty<&Calls::open>(systemCalls.open);
-    makeFaulty<&Calls::close>(systemCalls.close);
-    makeFaulty<&Calls::readAt>(systemCalls.readAt);
-    makeFaulty<&Calls::read>(systemCalls.read);
-    makeFaulty<&Calls::copy>(systemCalls.copy);
-    makeFaulty<&Calls::seek>(systemCalls.seek);
-    makeFaulty<&Calls::resize>(systemCalls.resize);
-    makeFaulty<&Calls::flush>(systemCalls.flush);
-    makeFaulty<&Calls::status>(systemCalls.status);
-    makeFaulty<&Calls::statusOf>(systemCalls.statusOf);
-    makeFaulty<&Calls::setMode>(systemCalls.setMode);
-    makeFaulty<&Calls::access>(systemCalls.access);
-    makeFaulty<&Calls::rename>(systemCalls.rename);
-    systemCalls.write = [](int file, void const *source, std::size_t count) {
-        bool const cut = fate == Fate::isCutShort && callsLeft == 0 && count > 1;
-        if (cut) --callsLeft;
-        return !cut && strikes() ? -1 : realCalls.write(file, source, cut ? count / 2 : count);
-    };
-}
-
 Operation const changes[] = {
     {0, "new", "", ""}, {1, "a", "", ""}, {3, "b", "x", "9"}, {5, "C:\\q", "p", "2.0"}};
 
 TEST_F(TQConfiguration_, AFailingCallLosesNothing) {
     for (bool const twoNames : {false, true})
         for (Operation const &operation : changes)
-            for (Fate const what : {Fate::fails, Fate::isCutShort})
-                for (int calls = 0, fired = 1; fired != 0; ++calls) {
+            for (Fate const fate : {Fate::fails, Fate::isInterrupted, Fate::isCutShort}) {
+                bool struck = true;
+                for (int calls = 0; struck; ++calls) {
                     std::filesystem::remove(folder_.file("b"));
                     std::string const path = write(startContent);
-                    if (twoNames) {
-                        ASSERT_EQ(::link(path.c_str(), folder_.file("b").c_str()), 0);
-                    }
+                    if (twoNames) std::filesystem::create_hard_link(path, folder_.file("b"));
                     TQConfiguration settings(path.c_str());
                     SettingsModel model{startContent};
                     int const good = operation.apply(model);
-                    makeCallsFaulty(calls, what);
-                    int const result = operation.run(settings);
-                    fired = callsLeft < 0 ? 1 : 0;
-                    systemCalls = realCalls;
+                    int result;
+                    {
+                        FaultyCalls const faulty(calls, fate);
+                        result = operation.run(settings);
+                        struck = faulty.hasStruck();
+                    }
                     EXPECT_EQ(read(), result == good ? model.content : startContent)
                         << operation.number << " call " << calls;
+                    EXPECT_TRUE(struck || result == good);
                     EXPECT_EQ(filesBeside(), twoNames ? 2u : 1u) << calls;
-                    if (fired == 0) {
-                        EXPECT_EQ(result, good);
-                    }
                 }
+            }
 }
 
 // Runs `child` in a process of its own.
@@ -349,7 +300,7 @@ TEST_F(TQConfiguration_, WhateverCallIsTheLastTheFileIsOldOrNew) {
             operation.apply(model);
             inChild([&] {
                 TQConfiguration settings(path.c_str());
-                makeCallsFaulty(calls, Fate::endsTheProcess);
+                FaultyCalls const faulty(calls, Fate::endsTheProcess);
                 operation.run(settings);
             });
             std::string const content = read();
