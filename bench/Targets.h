@@ -27,5 +27,11 @@ inline constexpr Target targets[] = {
     {"date columns", "strptime", 0.4, 0.12},
     {"date free form", "sscanf", 0.25, 0.12},
     {"path parts", "filesystem", 0.3, 0.0},
+    {"open and get value", "inih", 0.15, 0.09},
+    {"get value of an open file", "SimpleIni", 0.05, 0.0},
+    {"set value", "SimpleIni", 0.4, 0.09},
+    {"log line", "write", 1.15, 1.0},
+    {"suppressed call", "spdlog", 0.3, 0.09},
+    {"copy", "filesystem", 1.05, 0.91},
     {"start and wait", "posix_spawn", 1.1, 1.0},
 };

@@ -16,7 +16,7 @@ class SettingsModel {
     }
     std::optional<std::string> value(std::string_view category, std::string_view name) const {
         auto const line = valueAt(category, name);
-        return line ? std::optional(line->value) : std::nullopt;
+        return line ? std::optional(std::string(line->value)) : std::nullopt;
     }
     bool addCategory(std::string_view category) {
         if (category.empty() || headerOf(category).size() > 97 || find(category)) return false;
@@ -51,11 +51,18 @@ class SettingsModel {
         if (auto const line = valueAt(category, name)) change(line->begin, line->end, "");
         return true;
     }
+    void addProgram(std::string const &program, std::string_view version, std::string_view path) {
+        setValue("Programs", program, path);
+        setValue("Programs", program + "_Version", version);
+    }
+    bool deleteProgram(std::string const &program) {
+        return deleteValue("Programs", program) && deleteValue("Programs", program + "_Version");
+    }
 
   private:
     struct Line {
         std::size_t begin, end;
-        std::string text, value;
+        std::string_view text, value;
     };
 
     static std::string headerOf(std::string_view category) {
@@ -75,16 +82,15 @@ class SettingsModel {
     // The line at `begin`: 1023 characters at most, cut at a NUL.
     std::optional<Line> lineAt(std::size_t begin) const {
         if (begin >= content.size()) return {};
-        std::string line = content.substr(begin, 1023);
+        std::string_view line = std::string_view(content).substr(begin, 1023);
         std::size_t end = begin + line.size();
-        if (auto const newline = line.find('\n'); newline != std::string::npos) {
-            line.resize(newline);
+        if (auto const newline = line.find('\n'); newline != line.npos) {
+            line = line.substr(0, newline);
             end = begin + newline + 1;
-        } else if (line.size() == 1023 && content[std::min(end, content.size() - 1)] == '\n' &&
-                   end < content.size()) {
+        } else if (line.size() == 1023 && end < content.size() && content[end] == '\n') {
             ++end;
         }
-        return Line{begin, end, line.c_str(), ""};
+        return Line{begin, end, line.substr(0, line.find('\0')), ""};
     }
     std::optional<Line> headerAt(std::string_view category) const {
         std::string const header = headerOf(category);
@@ -97,11 +103,10 @@ class SettingsModel {
         auto line = headerAt(category);
         if (!line) return {};
         while ((line = lineAt(line->end)) && !line->text.starts_with('[')) {
-            std::string rest = line->text;
-            while (rest.starts_with('='))
-                rest.erase(0, 1);
+            std::string_view rest = line->text;
+            rest.remove_prefix(std::min(rest.find_first_not_of('='), rest.size()));
             std::size_t const equals = rest.find('=');
-            if (equals == std::string::npos || rest.substr(0, equals) != name) continue;
+            if (equals == rest.npos || rest.substr(0, equals) != name) continue;
             line->value = rest.substr(equals + 1);
             if (!line->value.empty()) return line;
         }

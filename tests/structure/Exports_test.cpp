@@ -81,6 +81,7 @@ TEST(Exports, ThePlatformShowsItsPublishedNamesAndNothingElse) {
         "tqplatform::copyRest tqplatform::findResource tqplatform::fromHostPath "
         "tqplatform::hasDrive tqplatform::joinCommandLine tqplatform::openFile "
         "tqplatform::readFile tqplatform::readFileAt tqplatform::renameFile "
+        "tqplatform::replaceFile "
         "tqplatform::splitCommandLine tqplatform::systemCalls tqplatform::toHostPath "
         "tqplatform::toLower1252 "
         "tqplatform::writeFile");

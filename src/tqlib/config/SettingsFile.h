@@ -21,15 +21,20 @@ class SettingsFile {
     /// has written. False if that can't be.
     bool refresh();
 
+    /// The name as it was given, and in the host's form.
     std::string const &name() const { return name_; }
+    std::string const &hostName() const { return hostName_; }
+
     classic::fstream &stream() { return stream_; }
     int descriptor() const { return stream_.rdbuf()->fd(); }
 
   private:
-    bool open();
+    bool takeIdentity();
+    bool reopen();
 
     classic::fstream stream_;
     std::string name_;
+    std::string hostName_;
     dev_t device_ = 0;
     ino_t number_ = 0;
 };

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <cstring>
 
-#include "tqplatform/runtime/SystemCalls.h"
+#include "tqlib/config/SettingsDraft.h"
 
 namespace tqlib::detail {
 
-SettingsReader::SettingsReader(int descriptor)
-    : descriptor_(descriptor), block_(std::make_unique_for_overwrite<char[]>(blockSize)) {}
+SettingsReader::SettingsReader(SettingsDraft const &content)
+    : content_(content), block_(std::make_unique_for_overwrite<char[]>(blockSize)) {}
 
 // Brings more of the file behind what isn't taken yet.
 bool SettingsReader::fill() {
@@ -17,9 +17,8 @@ bool SettingsReader::fill() {
     offset_ = position();
     next_ = 0;
     blockEnd_ = kept;
-    ssize_t const got =
-        tqplatform::readFileAt(descriptor_, block_.get() + kept, blockSize - kept,
-                               static_cast<off_t>(offset_ + static_cast<std::int64_t>(kept)));
+    ssize_t const got = content_.read(offset_ + static_cast<std::int64_t>(kept),
+                                      block_.get() + kept, blockSize - kept);
     failed_ = failed_ || got < 0;
     if (got <= 0) return false;
     blockEnd_ += static_cast<std::size_t>(got);

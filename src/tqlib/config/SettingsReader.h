@@ -8,14 +8,15 @@
 
 namespace tqlib::detail {
 
+class SettingsDraft;
+
 /// Reads a file of settings line by line, a block at a time. A line of more than 1023 characters
 /// counts as several ones, each of 1023 characters but the last. What stands in a line behind a NUL
 /// is passed over.
 class SettingsReader {
   public:
-    /// Reads the file `descriptor`, which must stay open, from its beginning on; its own position
-    /// isn't moved.
-    explicit SettingsReader(int descriptor);
+    /// Reads `content`, which must stay as it is, from its beginning on.
+    explicit SettingsReader(SettingsDraft const &content);
 
     /// Go to the next line; to the next line that begins with `[`; to the next header that begins
     /// with `header`; to the next line of this category that gives `name` a value. False if there
@@ -51,7 +52,7 @@ class SettingsReader {
     bool has(std::size_t count);
     bool takeLine();
 
-    int descriptor_;
+    SettingsDraft const &content_;
     std::unique_ptr<char[]> block_;
     std::size_t next_ = 0;        ///< in the block: what isn't taken yet
     std::size_t blockEnd_ = 0;    ///< in the block: behind what was read

@@ -4,9 +4,11 @@
 #include <cstring>
 #include <string>
 
+#include "tqlib/config/SettingsDraft.h"
 #include "tqlib/config/SettingsFile.h"
 #include "tqlib/config/SettingsReader.h"
 
+using tqlib::detail::SettingsDraft;
 using tqlib::detail::SettingsFile;
 using tqlib::detail::SettingsReader;
 
@@ -61,7 +63,8 @@ long TQConfiguration::searchCategorie(char const *category) {
     char room[tqlib::detail::headerRoom];
     std::string_view const header = tqlib::detail::headerOf(category, room);
     if (header.empty() || !isReady()) return -1;
-    SettingsReader reader(file_->descriptor());
+    SettingsDraft const content(file_->descriptor());
+    SettingsReader reader(content);
     bool const found = reader.findHeader(header);
     leaveStreamBehind(reader);
     return found ? static_cast<long>(reader.begin()) : -1;
@@ -71,7 +74,8 @@ char *TQConfiguration::getValue(char const *category, char const *name) {
     char room[tqlib::detail::headerRoom];
     std::string_view const header = tqlib::detail::headerOf(category, room);
     if (header.empty() || name == nullptr || !isReady()) return nullptr;
-    SettingsReader reader(file_->descriptor());
+    SettingsDraft const content(file_->descriptor());
+    SettingsReader reader(content);
     bool const found = reader.findHeader(header) && reader.findValue(name);
     leaveStreamBehind(reader);
     return found ? copyOf(reader.value()) : nullptr;

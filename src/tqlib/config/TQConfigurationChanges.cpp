@@ -1,115 +1,84 @@
-#include <algorithm>
-#include <limits>
+#include <fcntl.h>
+
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
+#include <utility>
 
+#include "tqlib/config/SettingsDraft.h"
 #include "tqlib/config/SettingsFile.h"
 #include "tqlib/config/SettingsReader.h"
 #include "tqlib/config/TQConfiguration.h"
 #include "tqlib/files/TQFilename.h"
+#include "tqplatform/runtime/Descriptor.h"
 #include "tqplatform/runtime/FileReplacement.h"
 #include "tqplatform/runtime/HostPath.h"
 #include "tqplatform/runtime/SystemCalls.h"
 
 namespace {
 
-using classic::ios;
 using tqlib::detail::headerOf;
 using tqlib::detail::headerRoom;
 using tqlib::detail::longestLine;
 using tqlib::detail::programCategory;
+using tqlib::detail::SettingsDraft;
 using tqlib::detail::SettingsFile;
 using tqlib::detail::SettingsReader;
 using tqlib::detail::versionNameOf;
+using tqplatform::Descriptor;
+using tqplatform::FileReplacement;
+using tqplatform::Safety;
 using tqplatform::systemCalls;
 
-constexpr std::int64_t endOfFile = std::numeric_limits<std::int64_t>::max();
-
-/// Puts `text` in the place of the range from `begin` to `end`.
-struct Edit {
-    std::int64_t begin, end;
-    std::string text;
-};
-
-/// A temporary file that is gone in the end.
+/// A temporary file that only its owner can read and that is gone in the end.
 class TemporaryFile {
   public:
-    /// Makes the file, with the mode of the file `like`.
-    explicit TemporaryFile(int like) {
-        if (name_.makeTemp() != 0) return;
-        stream_.open(name_, ios::in | ios::out | ios::binary | ios::nocreate);
-        struct stat status {};
-        made_ = true;
-        usable_ = stream_.is_open() && systemCalls.status(like, &status) == 0 &&
-                  systemCalls.setMode(descriptor(), status.st_mode & permissionBits) == 0;
+    TemporaryFile() : made_(name_.makeTemp() == 0) {
+        if (!made_) return;
+        file_ = Descriptor(
+            tqplatform::openFile(tqplatform::toHostPath(name_.text()).c_str(), O_RDWR, 0));
+        if (isOpen() && systemCalls.setMode(descriptor(), ownerOnly) != 0) file_.close();
     }
     TemporaryFile(TemporaryFile const &) = delete;
     TemporaryFile &operator=(TemporaryFile const &) = delete;
     ~TemporaryFile() {
-        if (!made_) return;
-        stream_.close();
-        name_.remove();
+        if (made_) name_.remove();
     }
 
-    bool isUsable() const { return usable_; }
-    int descriptor() const { return stream_.rdbuf()->fd(); }
+    bool isOpen() const { return file_.isOpen(); }
+    int descriptor() const { return file_.number(); }
+
+    /// Puts the file in the place of `other` if they are in one folder.
+    bool replace(SettingsFile const &other) {
+        bool const replaced = tqplatform::replaceFile(other.hostName(), other.descriptor(),
+                                                      tqplatform::toHostPath(name_.text()),
+                                                      descriptor(), Safety::power);
+        if (replaced) made_ = false;
+        return replaced;
+    }
 
   private:
-    static constexpr mode_t permissionBits = 07777;
+    static constexpr mode_t ownerOnly = 0600;
 
     TQFilename name_;
-    classic::fstream stream_;
-    bool made_ = false;
-    bool usable_ = false;
+    bool made_;
+    Descriptor file_;
 };
 
-/// Writes to a file and counts; NUL characters are left out.
-class Writer {
-  public:
-    explicit Writer(int target) : target_(target) {}
-
-    bool write(char *text, std::size_t count) {
-        auto const kept = static_cast<std::size_t>(std::remove(text, text + count, '\0') - text);
-        written_ += static_cast<off_t>(kept);
-        return tqplatform::writeFile(target_, text, kept) == kept;
-    }
-
-    /// Copies the bytes of `source` from `begin` to `end` or the end of the file.
-    bool copy(int source, std::int64_t begin, std::int64_t end) {
-        while (begin < end) {
-            auto const count = std::min(end - begin, static_cast<std::int64_t>(blockSize));
-            ssize_t const got = tqplatform::readFileAt(
-                source, block_.get(), static_cast<std::size_t>(count), static_cast<off_t>(begin));
-            if (got <= 0) return got == 0;
-            if (!write(block_.get(), static_cast<std::size_t>(got))) return false;
-            begin += got;
-        }
-        return true;
-    }
-
-    off_t written() const { return written_; }
-
-  private:
-    static constexpr std::size_t blockSize = 64 * 1024;
-
-    int target_;
-    off_t written_ = 0;
-    std::unique_ptr<char[]> block_ = std::make_unique_for_overwrite<char[]>(blockSize);
-};
-
-/// A change of a file of settings. Its steps are built one upon the other in temporary files; the
-/// last of these then takes the place of the file.
+/// A change of a file of settings, made of steps of which each begins with what the one before has
+/// left. The result is written to a temporary file, and from there to the place of the file.
 class Change {
   public:
-    explicit Change(SettingsFile &file) : file_(file) {}
+    explicit Change(SettingsFile &file) : file_(file), draft_(file.descriptor()) {}
 
     /// A reader of what the steps so far have made of the file.
-    SettingsReader reader() const { return SettingsReader(source()); }
+    SettingsReader reader();
 
-    /// Does a further step, or none if what `reader` looked for couldn't be read.
-    void apply(SettingsReader const &reader, Edit edit);
+    /// Puts `text` in the place of the range from `begin` to `end`, if `reader`, which found them,
+    /// could read the file.
+    void replace(SettingsReader const &reader, std::int64_t begin, std::int64_t end,
+                 std::string text);
 
     /// Takes note of whether `reader` could read what it looked for.
     void check(SettingsReader const &reader) { failed_ = failed_ || reader.failed(); }
@@ -118,40 +87,45 @@ class Change {
     bool commit();
 
   private:
-    int source() const { return draft_ ? draft_->descriptor() : file_.descriptor(); }
+    void settle();
 
     SettingsFile &file_;
-    std::unique_ptr<TemporaryFile> draft_;
-    off_t size_ = 0;
+    std::unique_ptr<TemporaryFile> temporary_;  ///< holds the draft, if there is one
+    SettingsDraft draft_;
+    std::int64_t size_ = 0;  ///< of what was written there
     bool failed_ = false;
 };
 
-void Change::apply(SettingsReader const &reader, Edit edit) {
+// A step leaves out NUL characters, so lines may look different to the next one.
+SettingsReader Change::reader() {
+    if (draft_.isChanged() && draft_.hasNul() != 0) settle();
+    return SettingsReader(draft_);
+}
+
+void Change::replace(SettingsReader const &reader, std::int64_t begin, std::int64_t end,
+                     std::string text) {
     check(reader);
+    if (!failed_) draft_.replace(begin, end, std::move(text));
+}
+
+// Writes the draft to a new temporary file and goes on from that.
+void Change::settle() {
+    auto next = std::make_unique<TemporaryFile>();
+    size_ = next->isOpen() ? draft_.writeTo(next->descriptor()) : -1;
+    failed_ = failed_ || size_ < 0;
     if (failed_) return;
-    auto next = std::make_unique<TemporaryFile>(file_.descriptor());
-    failed_ = !next->isUsable();
-    if (failed_) return;
-    Writer writer(next->descriptor());
-    failed_ = !writer.copy(source(), 0, edit.begin) ||
-              !writer.write(edit.text.data(), edit.text.size()) ||
-              !writer.copy(source(), edit.end, endOfFile);
-    size_ = writer.written();
-    draft_ = std::move(next);
+    draft_ = SettingsDraft(next->descriptor());
+    temporary_ = std::move(next);
 }
 
 bool Change::commit() {
-    if (failed_ || !draft_) return !failed_;
-    tqplatform::FileReplacement replacement(tqplatform::toHostPath(file_.name()),
-                                            file_.descriptor());
-    bool const copied = replacement.isOpen() &&
-                        systemCalls.seek(draft_->descriptor(), 0, SEEK_SET) == 0 &&
-                        tqplatform::copyRest(draft_->descriptor(), replacement.descriptor()) ==
-                            tqplatform::CopyResult::done &&
-                        systemCalls.seek(replacement.descriptor(), 0, SEEK_CUR) == size_;
-    bool const committed = copied && replacement.commit(tqplatform::Safety::power);
-    file_.refresh();
-    return committed;
+    if (failed_ || (!draft_.isChanged() && !temporary_)) return !failed_;
+    if (draft_.isChanged()) settle();
+    if (failed_) return false;
+    if (temporary_->replace(file_)) return true;
+    FileReplacement replacement(file_.hostName(), file_.descriptor());
+    return replacement.isOpen() && draft_.writeTo(replacement.descriptor()) == size_ &&
+           replacement.commit(Safety::power);
 }
 
 /// What a step says: as the operations on values do.
@@ -160,7 +134,7 @@ enum Answer { done = 0, refused = 1 };
 Answer deleteValueStep(Change &change, std::string_view header, std::string_view name) {
     SettingsReader reader = change.reader();
     bool const found = !header.empty() && reader.findHeader(header);
-    if (found && reader.findValue(name)) change.apply(reader, {reader.begin(), reader.end(), ""});
+    if (found && reader.findValue(name)) change.replace(reader, reader.begin(), reader.end(), "");
     change.check(reader);
     return found ? done : refused;
 }
@@ -171,7 +145,7 @@ Answer addValueStep(Change &change, std::string_view header, std::string_view na
     bool const found = !header.empty() && reader.findHeader(header);
     std::int64_t const behindHeader = reader.end();
     bool const fresh = found && !reader.findValue(name);
-    if (fresh) change.apply(reader, {behindHeader, behindHeader, line});
+    if (fresh) change.replace(reader, behindHeader, behindHeader, line);
     change.check(reader);
     return fresh ? done : refused;
 }
@@ -199,7 +173,7 @@ int TQConfiguration::newCategorie(char const *category) {
     Change change(*file_);
     SettingsReader reader = change.reader();
     if (reader.findHeader(header)) return 0;
-    change.apply(reader, {endOfFile, endOfFile, '\n' + std::string(header) + '\n'});
+    change.replace(reader, reader.end(), reader.end(), '\n' + std::string(header) + '\n');
     return change.commit() ? 1 : 0;
 }
 
@@ -212,7 +186,7 @@ int TQConfiguration::deleteCategorie(char const *category) {
     if (!reader.findHeader(header)) return 0;
     std::int64_t const begin = reader.begin();
     std::int64_t const end = reader.nextHeader() ? reader.begin() : reader.end() - 1;
-    change.apply(reader, {begin, end, ""});
+    change.replace(reader, begin, end, "");
     return change.commit() ? 1 : 0;
 }
 

@@ -18,7 +18,7 @@
 #include "tqplatform/runtime/FileReplacement.h"
 #include "tqplatform/runtime/HostPath.h"
 #include "tqplatform/runtime/SystemCalls.h"
-#include "tqplatform/streams/ofstream.h"
+#include "tqplatform/streams/filebuf.h"
 
 namespace {
 
@@ -193,6 +193,7 @@ int TQFilename::view() {
     return startProgram("VIEW", std::string(text()));
 }
 
+// A name that exists makes the opening fail, also if another program takes it in this very moment.
 int TQFilename::makeTemp() {
     TQFilename const prefix(temporaryPrefix());
     unsigned long const first = secondsOfDay() * namesPerSecond;
@@ -201,10 +202,9 @@ int TQFilename::makeTemp() {
         std::snprintf(number, sizeof number, "%lX", first + static_cast<unsigned long>(i));
         *this = prefix;
         *this += number;
-        if (access(0) == 0) continue;
-        // A name that another one takes in this very moment is taken as well.
-        using classic::ios;
-        if (classic::ofstream(*this, ios::out | ios::noreplace).is_open()) return 0;
+        Descriptor const file(openFile(toHostPath(text()).c_str(), O_WRONLY | O_CREAT | O_EXCL,
+                                       classic::filebuf::openprot));
+        if (file.isOpen()) return 0;
         if (errno != EEXIST) return 1;
     }
     return 2;

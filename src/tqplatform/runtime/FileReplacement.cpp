@@ -19,6 +19,8 @@ constexpr mode_t ownerOnly = 0600;
 constexpr mode_t permissionBits = 07777;
 
 std::string withoutLinks(std::string const &path) {
+    char target[1];
+    if (systemCalls.readLink(path.c_str(), target, sizeof target) < 0) return path;
     std::unique_ptr<char, decltype(&std::free)> const real(::realpath(path.c_str(), nullptr),
                                                            &std::free);
     return real == nullptr ? path : real.get();
@@ -26,18 +28,19 @@ std::string withoutLinks(std::string const &path) {
 
 // With its last slash.
 std::string folderOf(std::string const &path) {
-    return path.substr(0, path.rfind('/') + 1);
+    std::size_t const length = path.rfind('/') + 1;  // 0 without a slash
+    return length == 0 ? "./" : path.substr(0, length);
 }
 
 // Makes a file of a new name in `folder`.
-Descriptor makeFile(std::string const &folder, std::string &name) {
+Descriptor makeFile(std::string const &folder, mode_t mode, std::string &name) {
     static constinit std::atomic<unsigned int> number = 0;
     for (int i = 0; i < mostNames; ++i) {
         char text[32];
         std::snprintf(text, sizeof text, ".tq%lX-%X", static_cast<unsigned long>(::getpid()),
                       number++);
         name = folder + text;
-        Descriptor file(openFile(name.c_str(), O_RDWR | O_CREAT | O_EXCL, ownerOnly));
+        Descriptor file(openFile(name.c_str(), O_RDWR | O_CREAT | O_EXCL, mode));
         if (file.isOpen() || errno != EEXIST) return file;
     }
     return Descriptor();
@@ -48,7 +51,7 @@ Descriptor makeScratch() {
     char const *const folder = std::getenv("TMPDIR");
     std::string const place = folder == nullptr || *folder == '\0' ? "/tmp" : folder;
     std::string name;
-    Descriptor file = makeFile(place + '/', name);
+    Descriptor file = makeFile(place + '/', ownerOnly, name);
     if (file.isOpen()) systemCalls.remove(name.c_str());
     return file;
 }
@@ -74,7 +77,44 @@ bool overwrite(int target, int source) {
     return size >= 0 && systemCalls.resize(target, size) == 0 && systemCalls.flush(target) == 0;
 }
 
+bool areInOneFolder(std::string const &one, std::string const &other) {
+    std::string const first = folderOf(one), second = folderOf(other);
+    struct stat status[2];
+    return first == second ||
+           (systemCalls.statusOf(first.c_str(), &status[0]) == 0 &&
+            systemCalls.statusOf(second.c_str(), &status[1]) == 0 &&
+            status[0].st_dev == status[1].st_dev && status[0].st_ino == status[1].st_ino);
+}
+
+// True if the file of the status `old` can be replaced by one of another number.
+bool isReplaceable(struct stat const &old) {
+    return old.st_nlink == 1;
+}
+
+// Gives the file `target` the owner and the mode of the status `old`.
+bool takeOwnerAndMode(int target, struct stat const &old) {
+    struct stat fresh {};
+    if (systemCalls.status(target, &fresh) != 0) return false;
+    bool const sameOwner = old.st_uid == fresh.st_uid && old.st_gid == fresh.st_gid;
+    if (!sameOwner && systemCalls.setOwner(target, old.st_uid, old.st_gid) != 0) return false;
+    bool const sameMode = sameOwner && old.st_mode == fresh.st_mode;
+    return sameMode || systemCalls.setMode(target, old.st_mode & permissionBits) == 0;
+}
+
+bool flush(int file, Safety safety) {
+    return safety == Safety::program || systemCalls.flush(file) == 0;
+}
+
 }  // namespace
+
+bool replaceFile(std::string const &path, int like, std::string const &name, int descriptor,
+                 Safety safety) {
+    std::string const target = withoutLinks(path);
+    struct stat old {};
+    return areInOneFolder(target, name) && systemCalls.status(like, &old) == 0 &&
+           isReplaceable(old) && takeOwnerAndMode(descriptor, old) && flush(descriptor, safety) &&
+           systemCalls.rename(name.c_str(), target.c_str(), 0) == 0;
+}
 
 CopyResult copyRest(int source, int target) {
     constexpr std::size_t most = 1 << 30;
@@ -103,22 +143,12 @@ void FileReplacement::discard() {
 
 bool FileReplacement::openBeside() {
     struct stat old {};
-    if (systemCalls.status(like_, &old) != 0 || old.st_nlink > 1) return false;
+    if (systemCalls.status(like_, &old) != 0 || !isReplaceable(old)) return false;
     std::string name;
-    content_ = makeFile(folderOf(path_), name);
+    content_ = makeFile(folderOf(path_), old.st_mode & permissionBits, name);
     if (!isOpen()) return false;
     name_ = name;
-    return takeOwnerAndMode();
-}
-
-bool FileReplacement::takeOwnerAndMode() const {
-    struct stat old {
-    }, fresh{};
-    if (systemCalls.status(like_, &old) != 0 || systemCalls.status(descriptor(), &fresh) != 0)
-        return false;
-    bool const sameOwner = old.st_uid == fresh.st_uid && old.st_gid == fresh.st_gid;
-    if (!sameOwner && systemCalls.setOwner(descriptor(), old.st_uid, old.st_gid) != 0) return false;
-    return systemCalls.setMode(descriptor(), old.st_mode & permissionBits) == 0;
+    return takeOwnerAndMode(descriptor(), old);
 }
 
 bool FileReplacement::commit(Safety safety) {
@@ -126,7 +156,7 @@ bool FileReplacement::commit(Safety safety) {
     if (isOpen() && name_.empty()) {
         committed = commitInPlace();
     } else if (isOpen()) {
-        bool const flushed = safety == Safety::program || systemCalls.flush(descriptor()) == 0;
+        bool const flushed = flush(descriptor(), safety);
         bool const complete = content_.close() && flushed;
         committed = complete && systemCalls.rename(name_.c_str(), path_.c_str(), 0) == 0;
         if (committed) name_.clear();

@@ -30,6 +30,12 @@ TQPLATFORM_API CopyResult copyRest(int source, int target);
 /// loss of power as well, which takes a while on a disk.
 enum class Safety { program, power };
 
+/// Puts the complete file `name`, open as `descriptor`, in the place of the file `path`, if both
+/// are in one folder. Paths and `like` are those of a FileReplacement. False if they aren't, or it
+/// can't be: the file `path` is as it was.
+TQPLATFORM_API bool replaceFile(std::string const &path, int like, std::string const &name,
+                                int descriptor, Safety safety);
+
 /// The replacement. It owns its files; those that aren't committed are removed at the end.
 class TQPLATFORM_API FileReplacement {
   public:
@@ -52,7 +58,6 @@ class TQPLATFORM_API FileReplacement {
 
   private:
     bool openBeside();
-    bool takeOwnerAndMode() const;
     bool commitInPlace() const;
     void discard();
 

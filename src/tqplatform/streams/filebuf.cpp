@@ -46,14 +46,15 @@ filebuf *filebuf::open(char const *name, int mode, int protection) {
     int const descriptor =
         tqplatform::openFile(path.c_str(), systemFlags(mode), static_cast<mode_t>(protection));
     if (descriptor < 0) return nullptr;
-    if (isFolder(descriptor)) {
+    bool const writes = (mode & (ios::out | ios::app)) != 0;  // no folder can be opened so
+    if (!writes && isFolder(descriptor)) {
         systemCalls.close(descriptor);
         errno = EISDIR;
         return nullptr;
     }
     descriptor_ = descriptor;
     readable_ = (mode & ios::in) != 0;
-    writable_ = (mode & (ios::out | ios::app)) != 0;
+    writable_ = writes;
     appending_ = (mode & ios::app) != 0;
     text_ = (mode & ios::binary) == 0;
     offset_ = 0;

@@ -27,13 +27,16 @@ std::string textOf(char *owned) {
 // A folder for the settings and one for the temporary files, which must be empty in the end.
 class TQConfiguration_ : public testing::Test {
   protected:
-    TQConfiguration_() { setenv("TQPATH", (temporary_.file("") + "/").c_str(), 1); }
+    TQConfiguration_() { setTemporary(temporary_); }
     ~TQConfiguration_() override {
         unsetenv("TQPATH");
         unsetenv("TQINI");
         EXPECT_TRUE(std::filesystem::is_empty(temporary_.file("")));
     }
 
+    static void setTemporary(TemporaryFolder const &folder) {
+        setenv("TQPATH", (folder.file("") + "/").c_str(), 1);
+    }
     std::string write(std::string const &content) { return folder_.write("a.ini", content); }
     std::string read() const { return folder_.read("a.ini"); }
     std::size_t filesBeside() const {
@@ -42,8 +45,8 @@ class TQConfiguration_ : public testing::Test {
     }
 
     /// Removes what a killed process has left.
-    void clearTemporaryFolder() const {
-        for (auto const &file : std::filesystem::directory_iterator(temporary_.file("")))
+    static void clear(TemporaryFolder const &folder) {
+        for (auto const &file : std::filesystem::directory_iterator(folder.file("")))
             std::filesystem::remove(file);
     }
 
@@ -148,7 +151,6 @@ struct Operation {
         }
     }
     int apply(SettingsModel &model) const {
-        std::string const version = name + "_Version";
         switch (number) {
             case 0:
                 return model.addCategory(category);
@@ -161,13 +163,10 @@ struct Operation {
             case 4:
                 return !model.deleteValue(category, name);
             case 5:
-                model.setValue("Programs", name, category);
-                model.setValue("Programs", version, value);
+                model.addProgram(name, value, category);
                 return 0;
             default:
-                if (!model.deleteValue("Programs", name)) return 1;
-                model.deleteValue("Programs", version);
-                return 0;
+                return !model.deleteProgram(name);
         }
     }
 };
@@ -255,17 +254,29 @@ TEST_F(TQConfiguration_, TheFileStaysTheSameForOthers) {
 Operation const changes[] = {
     {0, "new", "", ""}, {1, "a", "", ""}, {3, "b", "x", "9"}, {5, "C:\\q", "p", "2.0"}};
 
+// What decides which way a change takes: where temporary files are, how many names the file has,
+// and whether there are NUL characters in it.
+struct Situation {
+    bool temporaryBeside, twoNames, withNul;
+};
+
+constexpr Situation situations[] = {
+    {false, false, false}, {true, false, false}, {false, true, false}, {true, false, true}};
+
 TEST_F(TQConfiguration_, AFailingCallLosesNothing) {
-    for (bool const twoNames : {false, true})
+    std::string const link = folder_.file("b");
+    for (auto const &[temporaryBeside, twoNames, withNul] : situations) {
+        setTemporary(temporaryBeside ? folder_ : temporary_);
+        std::string const content = startContent + std::string(withNul ? 1 : 0, '\0');
         for (Operation const &operation : changes)
             for (Fate const fate : {Fate::fails, Fate::isInterrupted, Fate::isCutShort}) {
                 bool struck = true;
                 for (int calls = 0; struck; ++calls) {
-                    std::filesystem::remove(folder_.file("b"));
-                    std::string const path = write(startContent);
-                    if (twoNames) std::filesystem::create_hard_link(path, folder_.file("b"));
+                    std::filesystem::remove(link);
+                    std::string const path = write(content);
+                    if (twoNames) std::filesystem::create_hard_link(path, link);
                     TQConfiguration settings(path.c_str());
-                    SettingsModel model{startContent};
+                    SettingsModel model{content};
                     int const good = operation.apply(model);
                     int result;
                     {
@@ -273,12 +284,13 @@ TEST_F(TQConfiguration_, AFailingCallLosesNothing) {
                         result = operation.run(settings);
                         struck = faulty.hasStruck();
                     }
-                    EXPECT_EQ(read(), result == good ? model.content : startContent)
+                    EXPECT_EQ(read(), result == good ? model.content : content)
                         << operation.number << " call " << calls;
                     EXPECT_TRUE(struck || result == good);
                     EXPECT_EQ(filesBeside(), twoNames ? 2u : 1u) << calls;
                 }
             }
+    }
 }
 
 // Runs `child` in a process of its own.
@@ -293,23 +305,27 @@ void inChild(std::function<void()> const &child) {
 
 TEST_F(TQConfiguration_, WhateverCallIsTheLastTheFileIsOldOrNew) {
     int seen[2] = {};
-    for (Operation const &operation : changes)
-        for (int calls = 0; calls < 80; ++calls) {
-            std::string const path = write(startContent);
-            SettingsModel model{startContent};
-            operation.apply(model);
-            inChild([&] {
-                TQConfiguration settings(path.c_str());
-                FaultyCalls const faulty(calls, Fate::endsTheProcess);
-                operation.run(settings);
-            });
-            std::string const content = read();
-            ++seen[content == model.content];
-            EXPECT_TRUE(content == startContent || content == model.content) << content;
-            clearTemporaryFolder();
-        }
-    EXPECT_GT(seen[0], 20);
-    EXPECT_GT(seen[1], 20);
+    for (TemporaryFolder const *folder : {&folder_, &temporary_}) {
+        setTemporary(*folder);
+        for (Operation const &operation : changes)
+            for (int calls = 0; calls < 60; ++calls) {
+                std::string const path = write(startContent);
+                SettingsModel model{startContent};
+                operation.apply(model);
+                inChild([&] {
+                    TQConfiguration settings(path.c_str());
+                    FaultyCalls const faulty(calls, Fate::endsTheProcess);
+                    operation.run(settings);
+                });
+                std::string const content = read();
+                ++seen[content == model.content];
+                EXPECT_TRUE(content == startContent || content == model.content) << content;
+                std::filesystem::remove(path);
+                clear(*folder);
+            }
+    }
+    EXPECT_GT(seen[0], 40);
+    EXPECT_GT(seen[1], 40);
 }
 
 TEST_F(TQConfiguration_, AKilledProcessLeavesTheOldOrTheNewContent) {
@@ -329,7 +345,7 @@ TEST_F(TQConfiguration_, AKilledProcessLeavesTheOldOrTheNewContent) {
         std::string const value = textOf(TQConfiguration(path.c_str()).getValue("a", "n"));
         EXPECT_EQ(read(), "[a]\nn=" + value + "\n");
         highest = std::max(highest, std::stoi(value));
-        clearTemporaryFolder();
+        clear(temporary_);
     }
     EXPECT_GT(highest, 1);
 }
