@@ -37,22 +37,19 @@ std::optional<std::string> Expressions::evaluate() {
     for (Result const &result : results_) {
         *result.value = calculator_.calculate(result.program.c_str());
         char const *const fault = valueFault(*result.value);
-        if (fault == nullptr) continue;
-        restoreRegisters();
-        return result.name + fault;
+        if (fault != nullptr) return result.name + fault;
     }
-    saveRegisters();
     return std::nullopt;
 }
 
-void Expressions::saveRegisters() {
+void Expressions::accept() {
     if (results_.empty()) return;
     calculator_.calculate("CLEAR RCL_3 RCL_2 RCL_1 RCL_0");
     for (unsigned i = 0; i < registers_.size(); ++i)
         registers_[i] = calculator_.stackValue(i);
 }
 
-void Expressions::restoreRegisters() {
+void Expressions::refuse() {
     calculator_.calculate("=0 STO_0 =1 STO_1 =2 STO_2 =3 STO_3");
 }
 

@@ -23,8 +23,12 @@ class Expressions {
     Expressions &operator=(Expressions const &) = delete;
 
     /// Computes the results of the row at hand and puts them into their cells. The result is the
-    /// reason why that can't be, or nothing.
+    /// reason why that can't be, or nothing. accept() or refuse() has to follow.
     std::optional<std::string> evaluate();
+
+    /// Keep what the row has left in the registers, or take it back.
+    void accept();
+    void refuse();
 
   private:
     struct Result {
@@ -32,9 +36,6 @@ class Expressions {
         std::string program;
         double *value;
     };
-
-    void saveRegisters();
-    void restoreRegisters();
 
     std::vector<Result> results_;
     std::vector<std::string> variables_;  ///< names in capitals

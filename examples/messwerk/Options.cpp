@@ -1,17 +1,18 @@
 #include "Options.h"
 
-#include <getopt.h>
-
 #include <cctype>
 #include <cerrno>
 #include <clocale>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
+#include "Arguments.h"
 #include "Errors.h"
 #include "FormulaCheck.h"
 #include "Names.h"
 #include "Paths.h"
+#include "Profile.h"
 #include "Words.h"
 
 namespace messwerk {
@@ -52,49 +53,78 @@ Formula parseFormula(std::string const &text) {
     return {std::string(name.Trim()), text.substr(equals + 1)};
 }
 
-/// The option that getopt_long stumbled over: a letter, or a long name.
-std::string strangeOption(char *const *argv) {
-    if (optopt == 0) return quoted(argv[optind - 1]);
-    return quoted(std::string("-") + static_cast<char>(optopt));
+/// What can stand once on the command line, behind `option`, and in the profile.
+struct Setting {
+    char const *option, *category, *name;
+    void (*set)(Options &options, std::string const &value);
+};
+
+constexpr Setting settings[] = {
+    {"-s", "Input", "Separator",
+     [](Options &options, std::string const &value) { options.separator = parseSeparator(value); }},
+    {"-k", "Input", "HeaderLines",
+     [](Options &options, std::string const &value) {
+         options.headerLines = parseHeaderLines(value.c_str());
+     }},
+    {"-c", "Input", "Columns",
+     [](Options &options, std::string const &value) {
+         options.columns = parseColumns(value.c_str());
+     }},
+};
+
+/// What can stand there several times, with a name each time.
+struct List {
+    char const *option, *category;
+    void (*add)(Options &options, std::string const &line);
+};
+
+constexpr List lists[] = {
+    {"-x", "Calculations",
+     [](Options &options, std::string const &line) {
+         options.formulas.push_back(parseFormula(line));
+     }},
+    {"-l", "Limits",
+     [](Options &options, std::string const &line) { options.limits.push_back(parseLimit(line)); }},
+};
+
+// Takes up the value of `option`, which stands once.
+bool takeOne(Arguments &arguments, char const *option, std::string &value) {
+    auto const given = arguments.takeValue(option);
+    if (!given) return false;
+    value = *given;
+    if (arguments.takeValue(option))
+        throw UsageError("the option " + quoted(option) + " is there twice");
+    return true;
 }
 
-/// Takes up the option `letter`, with its value in optarg.
-void takeOption(Options &options, int letter, char *const *argv) {
-    switch (letter) {
-        case 's':
-            options.separator = parseSeparator(optarg);
-            break;
-        case 'k':
-            options.headerLines = parseHeaderLines(optarg);
-            break;
-        case 'c':
-            options.columns = parseColumns(optarg);
-            break;
-        case 'x':
-            options.formulas.push_back(parseFormula(optarg));
-            break;
-        case 'o':
-            options.output = optarg;
-            break;
-        case 'h':
-            options.help = true;
-            break;
-        case ':':
-            throw UsageError("the option " + strangeOption(argv) + " needs a value");
-        default:
-            throw UsageError("there is no option " + strangeOption(argv));
+// Takes up what stands in the profile. A word about what is wrong says where.
+void takeProfile(Options &options) {
+    Profile profile(options.profile);
+    try {
+        for (Setting const &setting : settings)
+            if (auto const value = profile.value(setting.category, setting.name))
+                setting.set(options, *value);
+        for (List const &list : lists)
+            for (std::string const &line : profile.lines(list.category))
+                list.add(options, line);
+    } catch (UsageError const &error) {
+        throw UsageError("in " + quoted(options.profile) + ", " + error.what());
     }
+    auto const input = profile.value("Input", "File"), output = profile.value("Output", "File");
+    options.input = input ? profile.pathOf(*input) : "";
+    options.output = output ? profile.pathOf(*output) : "";
 }
 
-void takeInput(Options &options, char **first, char **end) {
-    if (first == end) throw UsageError("which file is to be read?");
-    if (end - first > 1)
-        throw UsageError("there is one file to read, not " + quoted(first[0]) + " and " +
-                         quoted(first[1]));
-    options.input = *first;
+void takeFile(Options &options, std::vector<std::string> const &words) {
+    if (words.empty()) throw UsageError("which file is to be read?");
+    if (words.size() > 1)
+        throw UsageError("there is one file to read, not " + quoted(words[0]) + " and " +
+                         quoted(words[1]));
+    (isProfile(words[0]) ? options.profile : options.input) = words[0];
 }
 
 void nameResult(Options &options) {
+    if (options.input.empty()) throw UsageError("which file is to be read? Its name is empty");
     if (!options.output.empty()) return;
     auto const name = resultName(options.input);
     if (!name) throw UsageError("where is the result to go? Name a file with -o");
@@ -120,10 +150,11 @@ void checkNamesAndFormulas(Options const &options) {
         checkFormula(formula, names);
         names.add({formula.name, ColumnKind::Number});
     }
+    for (Limit const &limit : options.limits)
+        checkLimit(limit, names);
 }
 
 void check(Options const &options) {
-    if (options.input.empty()) throw UsageError("the name of the file to read is empty");
     if (options.columns.empty()) throw UsageError("which columns has the file? Name them with -c");
     checkSeparator(options.separator);
     checkNamesAndFormulas(options);
@@ -131,16 +162,27 @@ void check(Options const &options) {
 
 }  // namespace
 
-Options readOptions(int argc, char **argv) {
-    option const longNames[] = {{"help", no_argument, nullptr, 'h'}, {}};
+Options readOptions(int argc, char const *const *argv) {
     Options options;
-    opterr = 0;
-    for (int letter = 0; letter != -1;) {
-        letter = getopt_long(argc, argv, ":s:k:c:x:o:h", longNames, nullptr);
-        if (letter != -1) takeOption(options, letter, argv);
-        if (options.help) return options;
-    }
-    takeInput(options, argv + optind, argv + argc);
+    Arguments arguments(argc, argv);
+    options.help = arguments.take("-h") || arguments.take("--help");
+    if (options.help) return options;
+
+    std::vector<std::pair<void (*)(Options &, std::string const &), std::string>> given;
+    std::string value, output;
+    for (Setting const &setting : settings)
+        if (takeOne(arguments, setting.option, value)) given.emplace_back(setting.set, value);
+    for (List const &list : lists)
+        while (auto const line = arguments.takeValue(list.option))
+            given.emplace_back(list.add, *line);
+    takeOne(arguments, "-o", output);
+    options.view = arguments.take("--view");
+    takeFile(options, arguments.rest());
+
+    if (!options.profile.empty()) takeProfile(options);
+    for (auto const &[take, text] : given)
+        take(options, text);
+    if (!output.empty()) options.output = output;
     nameResult(options);
     check(options);
     return options;
@@ -157,7 +199,9 @@ char const helpText[] =
     "messwerk checks a file of measurements, adds computed columns and sums it up.\n"
     "\n"
     "messwerk [-s SEPARATOR] [-k HEADER_LINES] -c COLUMN[,COLUMN...]\n"
-    "         [-x 'NAME = EXPRESSION']... [-o OUTPUT] INPUT\n"
+    "         [-x 'NAME = EXPRESSION']... [-l 'NAME = LOWEST:HIGHEST']...\n"
+    "         [-o OUTPUT] [--view] INPUT\n"
+    "messwerk [OPTION...] PROFILE.ini\n"
     "\n"
     "  -s SEPARATOR     the character between fields, or the word tab; otherwise a semicolon\n"
     "  -k HEADER_LINES  how many lines to skip at the start; otherwise 1\n"
@@ -172,8 +216,11 @@ char const helpText[] =
     "                   NAME:time2   HH:MM:SS:TTT  NAME:time3   HHMMSSTTT\n"
     "                   NAME:time4   HHMM          any character stands between the numbers\n"
     "  -x NAME = EXPR   a further column, computed for each row; may be given several times\n"
+    "  -l NAME = L:H    rows with a number in the column NAME below L or above H are left out;\n"
+    "                   one of the two may be missing; may be given several times\n"
     "  -o OUTPUT        the file to write; otherwise INPUT with -result in its name. It is\n"
     "                   replaced only when the run succeeds\n"
+    "  --view           hands the result to the program that TQVIEW names\n"
     "  -h               this text\n"
     "\n"
     "Expressions are in reverse Polish notation, words with blanks between them: first the\n"
@@ -188,6 +235,14 @@ char const helpText[] =
     "  STO_0 RCL_0      keep a in a register; get it back; registers 0 to 3, 0 at first, last\n"
     "                   from row to row\n"
     "  for instance     kelvin = celsius 273.15 +\n"
+    "\n"
+    "A profile says the same in a file: Separator, HeaderLines, Columns and File in [Input], a\n"
+    "line NAME=EXPRESSION for each in [Calculations], NAME=LOWEST:HIGHEST in [Limits], File in\n"
+    "[Output]. Its files are searched in its folder. The run is put down in [LastRun]. Options\n"
+    "count before the profile.\n"
+    "\n"
+    "With the environment variable TQTRACE, or TRACE in [TQ] of the file that TQINI names, the\n"
+    "program writes messwerk.log: 0 what was done, 1 the rows refused.\n"
     "\n"
     "Numbers are read and written with the decimal character of the environment's locale, in\n"
     "expressions as well, and written with six decimals. Rows with a fault are left out and\n"

@@ -1,27 +1,32 @@
 #pragma once
 
-// What the command line asks for.
+// What the command line and the profile ask for.
 
 #include <string>
 #include <vector>
 
 #include "Column.h"
+#include "Limits.h"
 
 namespace messwerk {
 
 struct Options {
+    std::string profile;  ///< its path; empty if there is none
     std::string input;
     std::string output;
     char separator = ';';
     long headerLines = 1;
     std::vector<Column> columns;    ///< those of the input, in its order
     std::vector<Formula> formulas;  ///< each may use columns and the formulas ahead of it
-    bool help = false;              ///< the user asks for help; the rest isn't set
+    std::vector<Limit> limits;
+    bool view = false;  ///< the user wants to see the result
+    bool help = false;  ///< the user asks for help; the rest isn't set
 };
 
-/// Reads the command line and checks all that can be checked without a file, expressions included,
-/// in the locale in force. Throws UsageError.
-Options readOptions(int argc, char **argv);
+/// Reads the command line, and the profile if it names one, and checks all that can be checked
+/// without the input, expressions included, in the locale in force. Options count before the
+/// profile. Throws UsageError, or RunError if the profile can't be read.
+Options readOptions(int argc, char const *const *argv);
 
 /// The columns of the result: those of the input, omitted ones included, and one for each formula.
 std::vector<Column> resultColumns(Options const &options);

@@ -70,6 +70,7 @@ class Summary {
 
     /// The rows read so far, refused ones included.
     long rows() const { return written_ + refused_; }
+    long refused() const { return refused_; }
 
     /// Prints the summary; `blankLines` were passed over.
     void print(std::FILE *out, long blankLines) const;

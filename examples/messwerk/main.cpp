@@ -7,14 +7,18 @@
 #include <cerrno>
 #include <clocale>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
+#include <memory>
 #include <optional>
 #include <string>
 
 #include "Errors.h"
 #include "Expressions.h"
+#include "Limits.h"
 #include "Options.h"
 #include "Paths.h"
+#include "Profile.h"
 #include "Progress.h"
 #include "ResultFile.h"
 #include "RowReader.h"
@@ -54,29 +58,62 @@ void print(Summary const &summary, std::FILE *out, long blankLines) {
         throw systemError("can't write the summary", errno);
 }
 
-void run(Options const &options) {
-    checkPlaces(options);
-    Row row(resultColumns(options).size());
-    RowReader reader(options, row);
+/// The log is written only if the settings name a level.
+TQLogfile openLog() {
+    std::unique_ptr<char, decltype(&std::free)> const level(getLibrarySetting("TRACE"), &std::free);
+    return TQLogfile(level == nullptr ? nullptr : "messwerk");
+}
+
+// Reads all rows and writes the good ones.
+void processRows(Options const &options, RowReader &reader, Row &row, Summary &summary,
+                 TQLogfile &log) {
     Expressions expressions(options, row);
+    Limits const limits(options.limits, resultColumns(options));
     ResultFile result(options);
-    Summary summary(options);
-    {
-        Progress progress;
-        while (reader.fetch()) {
-            std::optional<std::string> refusal = reader.readRow();
-            if (!refusal) refusal = expressions.evaluate();
-            if (refusal) {
-                summary.refuse(reader.lineNumber(), *refusal);
-            } else {
-                result.write(row);
-                summary.add(row);
-            }
-            if (progress.isDue()) progress.show(summary.rows(), reader.partRead());
+    Progress progress;
+    while (reader.fetch()) {
+        std::optional<std::string> refusal = reader.readRow();
+        if (!refusal) refusal = expressions.evaluate();
+        if (!refusal) refusal = limits.check(row);
+        if (refusal) {
+            expressions.refuse();
+            summary.refuse(reader.lineNumber(), *refusal);
+            log.printf(1, "line %ld: %s", reader.lineNumber(), *refusal);
+        } else {
+            expressions.accept();
+            result.write(row);
+            summary.add(row);
         }
+        if (progress.isDue()) progress.show(summary.rows(), reader.partRead());
     }
     result.finish();
+}
+
+void viewResult(std::string const &output) {
+    switch (TQFilename(libraryPath(output).c_str()).view()) {
+        case 0:
+            return;
+        case 1:
+            throw RunError("no program shows the result: name one in TQVIEW");
+        default:
+            throw RunError("the program that TQVIEW names can't be started");
+    }
+}
+
+void run(Options const &options) {
+    checkPlaces(options);
+    TQLogfile log = openLog();
+    log.printf(0, "reading %s", options.input);
+    Row row(resultColumns(options).size());
+    RowReader reader(options, row);
+    Summary summary(options);
+    processRows(options, reader, row, summary, log);
+    log.printf(0, "%s written: %ld rows read, %ld refused", options.output, summary.rows(),
+               summary.refused());
     print(summary, summaryStream(options), reader.blankLines());
+    if (!options.profile.empty())
+        Profile(options.profile).rememberRun(summary.rows(), summary.refused());
+    if (options.view) viewResult(options.output);
 }
 
 void printHelp() {

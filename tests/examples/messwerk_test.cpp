@@ -211,6 +211,46 @@ TEST_F(Messwerk, NumbersLinesAsAnEditorDoes) {
     EXPECT_TRUE(says("2 read") && says("line 4: a isn't")) << out_;
 }
 
+TEST_F(Messwerk, TakesAProfileAndPutsTheRunDown) {
+    std::filesystem::create_directory(folder_.file("d"));
+    folder_.write("d/in.csv", "h\n1,5\n2,7\n3,9\nx,1\n");
+    std::string const profile =
+        "# run\r\n[Input]\r\nFile=in.csv\r\nSeparator=,\r\nColumns=a, b\r\n"
+        "[Calculations]\r\nsum = a b +\nlast = RCL_0 a STO_0 CLX\n[Limits]\nsum=:10\nb=5:\n"
+        "[Output]\nFile=out .csv\n";
+    folder_.write("d/p.INI", profile);
+    ASSERT_EQ(run({"d/p.INI"}), 0) << err_;
+    EXPECT_EQ(folder_.read("d/out .csv"),
+              "\"a\",\"b\",\"sum\",\"last\",\n1.,5.,6.,0.,\n2.,7.,9.,1.,\n");
+    EXPECT_TRUE(says("line 4: sum is 12, above 10") && says("line 5: a isn't")) << out_;
+    std::string const written = folder_.read("d/p.INI");
+    EXPECT_EQ(written.substr(0, profile.size()), profile);
+    EXPECT_NE(written.find("\nRows=4\nRefused=2\nVersion=1.0.0.1\n"), std::string::npos) << written;
+
+    ASSERT_EQ(run({"-x", "c=sum 1 -", "d/p.INI", "-o", "new.csv", "-l", "a= 2:2 "}), 0) << err_;
+    EXPECT_EQ(folder_.read("new.csv"), "\"a\",\"b\",\"sum\",\"last\",\"c\",\n2.,7.,9.,0.,8.,\n");
+    EXPECT_EQ(folder_.read("d/p.INI").find("[LastRun]"), written.find("[LastRun]"));
+    folder_.write("bad.ini", "[Input]\nFile=x\nColumns=a:b\n");
+    EXPECT_EQ(run({"bad.ini"}), 2);
+    EXPECT_NE(err_.find("in \"bad.ini\", "), std::string::npos) << err_;
+    EXPECT_EQ(run({"none.ini"}), 1);
+    EXPECT_FALSE(std::filesystem::exists(folder_.file("none.ini")));
+}
+
+TEST_F(Messwerk, TracesAndShowsTheResult) {
+    folder_.write("in.csv", "1\nx\n");
+    Words const words = {"-k", "0", "-c", "a", "-o", "./o.csv", "--view", "in.csv"};
+    EXPECT_EQ(run(words, "LC_ALL=C TQTRACE=1 TQVIEW='cp -t d' %"), 0) << err_;
+    EXPECT_EQ(folder_.read("messwerk.log"),
+              "Start mit Level 1\nreading in.csv\nline 2: a isn't a number: \"x\"\n"
+              "./o.csv written: 2 rows read, 1 refused\nEnde des Programmes\n");
+    std::filesystem::create_directory(folder_.file("d"));
+    EXPECT_EQ(run(words, "LC_ALL=C TQVIEW='cp -t d' %"), 0) << err_;
+    EXPECT_EQ(folder_.read("d/o.csv"), "\"a\";\n1.;\n");
+    EXPECT_EQ(run(words), 1);
+    EXPECT_EQ(run(words, "TQVIEW=/none %"), 1);
+}
+
 TEST_F(Messwerk, ListsTheFirstTwentyRefusals) {
     std::string content;
     for (int i = 0; i < 23; ++i)
@@ -241,9 +281,9 @@ TEST_F(Messwerk, RefusesCommandLinesThatCannotBeCarriedOut) {
         {{"-c", "a", "-o", "o", "in", "in2"}, "not \"in\" and \"in2\""},
         {{"-q"}, "no option \"-q\""},
         {{"in", "-c"}, "\"-c\" needs a value"},
-        {{"-s", ";;"}, "one character"},
-        {{"-k", "-1"}, "0 or more"},
-        {{"-k", "1x"}, "0 or more"},
+        {{"-s", ";;", "in.csv"}, "one character"},
+        {{"-k", "-1", "in.csv"}, "0 or more"},
+        {{"-k", "1x", "in.csv"}, "0 or more"},
         {{"-s", ".", "-c", "a", "-o", "o", "in"}, "decimal character of the locale"},
         {{"-s", "5", "-c", "a", "-o", "o", "in"}, "can't be \"5\""},
         {{"-c", "a:date", "-o", "o", "in"}, "not \"date\""},
@@ -254,6 +294,13 @@ TEST_F(Messwerk, RefusesCommandLinesThatCannotBeCarriedOut) {
         {{"-c", "a,Sin:text", "-o", "o", "in"}, "\"Sin\" is a keyword"},
         {{"-c", "a,A", "-o", "o", "in"}, "is there twice"},
         {{"-c", "a", "-x", "a", "-o", "o", "in"}, "NAME = EXPRESSION"},
+        {{"-c", "a", "-l", "a=1", "-o", "o", "in"}, "NAME = LOWEST:HIGHEST"},
+        {{"-c", "a", "-l", "a=:", "-o", "o", "in"}, "NAME = LOWEST:HIGHEST"},
+        {{"-c", "a", "-l", "a=x:1", "-o", "o", "in"}, "NAME = LOWEST:HIGHEST"},
+        {{"-c", "a", "-l", "b=0:1", "-o", "o", "in"}, "no column \"B\""},
+        {{"-c", "a:text", "-l", "a=0:1", "-o", "o", "in"}, "only numbers"},
+        {{"-c", "a", "-c", "b", "-o", "o", "in"}, "\"-c\" is there twice"},
+        {{"-c", "a", "-o", "o", ""}, "Its name is empty"},
     };
     for (auto const &[arguments, message] : rows) {
         EXPECT_EQ(run(arguments), 2) << message;

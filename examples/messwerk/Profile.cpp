@@ -1,0 +1,84 @@
+#include "Profile.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <filesystem>
+#include <memory>
+
+#include "Errors.h"
+#include "Paths.h"
+#include "tqlib/files/filesystem.h"
+#include "Words.h"
+
+namespace messwerk {
+namespace {
+
+constexpr char lastRun[] = "LastRun";
+constexpr int lineRoom = 1024;  // as the library's settings have, the NUL included
+
+// The path, if it leads to a file: the library would make a new one.
+std::string existing(std::string const &path) {
+    if (access(path.c_str(), R_OK) != 0)
+        throw systemError("can't read " + messwerk::quoted(path), errno);
+    return libraryPath(path);
+}
+
+// The library leaves the carriage return of a file from elsewhere on its lines.
+std::string withoutReturn(std::string line) {
+    if (line.ends_with('\r')) line.pop_back();
+    return line;
+}
+
+TQString now() {
+    std::time_t const moment = std::time(nullptr);
+    return TQDateTime(std::localtime(&moment));
+}
+
+}  // namespace
+
+bool isProfile(std::string const &path) {
+    return toCapitals(std::filesystem::path(path).extension().native()) == ".INI";
+}
+
+Profile::Profile(std::string const &path) : path_(path), file_(existing(path).c_str()) {
+    if (*file_.fileName() == '\0') throw systemError("can't open " + messwerk::quoted(path), errno);
+}
+
+std::optional<std::string> Profile::value(char const *category, char const *name) {
+    std::unique_ptr<char, decltype(&std::free)> const text(file_.getValue(category, name),
+                                                           &std::free);
+    if (text == nullptr) return std::nullopt;
+    return withoutReturn(text.get());
+}
+
+std::vector<std::string> Profile::lines(char const *category) {
+    std::vector<std::string> values;
+    if (file_.searchCategorie(category) < 0) return values;
+    char line[lineRoom];
+    while (file_.stream()->getline(line, lineRoom) && *line != '[')
+        if (std::strchr(line, '=') != nullptr) values.push_back(withoutReturn(line));
+    return values;
+}
+
+std::string Profile::pathOf(std::string const &path) const {
+    std::filesystem::path const folder = std::filesystem::path(path_).parent_path();
+    return (folder / hostPath(TQFilename(path.c_str()))).string();
+}
+
+// A value that is set goes to the head of its category: the last one is the first.
+void Profile::rememberRun(long rows, long refused) {
+    file_.newCategorie(lastRun);
+    bool const written = file_.setValue(lastRun, "Version", MESSWERK_VERSION) == 0 &&
+                         file_.setValue(lastRun, "Refused", std::to_string(refused).c_str()) == 0 &&
+                         file_.setValue(lastRun, "Rows", std::to_string(rows).c_str()) == 0 &&
+                         file_.setValue(lastRun, "Time", now()) == 0;
+    if (!written)
+        throw RunError("the result is written, but the last run not into " +
+                       messwerk::quoted(path_));
+}
+
+}  // namespace messwerk

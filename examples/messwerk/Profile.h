@@ -1,0 +1,50 @@
+#pragma once
+
+// A profile: a file of settings that describes a run and remembers the last one.
+//
+//     [Input]
+//     File=co2.csv
+//     Separator=,
+//     Columns=date:iso,CO2
+//     [Calculations]
+//     above=CO2 315 -
+//     [Limits]
+//     CO2=300:450
+//     [Output]
+//     File=co2-result.csv
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tqlib/tqlib.h"
+
+namespace messwerk {
+
+/// True if `path` is the name of a profile: its extension is .ini.
+bool isProfile(std::string const &path);
+
+class Profile {
+  public:
+    /// Opens the profile `path`. Throws RunError if it can't be read.
+    explicit Profile(std::string const &path);
+
+    /// The value `name` of `category`; nothing if there is none.
+    std::optional<std::string> value(char const *category, char const *name);
+
+    /// The lines of `category` that hold values, from top to bottom.
+    std::vector<std::string> lines(char const *category);
+
+    /// The path that the profile means by `path`: names count from the profile's folder.
+    std::string pathOf(std::string const &path) const;
+
+    /// Puts down the run of this moment: its time, its rows, and the version of the program. Throws
+    /// RunError if the profile can't be written, which is as it was then, or has a part of it.
+    void rememberRun(long rows, long refused);
+
+  private:
+    std::string path_;
+    TQConfiguration file_;
+};
+
+}  // namespace messwerk
