@@ -11,6 +11,7 @@
 #include "tqlib/datetime/TQDate.h"
 #include "tqlib/datetime/TQDateTime.h"
 #include "tqlib/datetime/TQTime.h"
+#include "tqlib/files/GetVersionInfo.h"
 #include "tqlib/files/TQArgv.h"
 #include "tqlib/files/TQExecute.h"
 #include "tqlib/files/TQFilename.h"

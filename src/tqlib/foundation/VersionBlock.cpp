@@ -4,10 +4,11 @@
 #include <cstdint>
 #include <string_view>
 
+#include "tqplatform/kernel/Version.h"
+
 namespace tqlib::detail {
 namespace {
 
-constexpr std::uint32_t fixedSignature = 0xFEEF04BD;
 constexpr std::uint32_t fixedStructureVersion = 0x00010000;
 constexpr std::uint32_t versionHigh = 0x00010000;  // 1.0
 constexpr std::uint32_t versionLow = 0x00000001;   // 0.1
@@ -79,7 +80,7 @@ struct Writer {
 
 constexpr void addFixedInformation(Writer &writer) {
     constexpr std::uint32_t fields[] = {
-        fixedSignature,
+        VS_FFI_SIGNATURE,
         fixedStructureVersion,
         versionHigh,
         versionLow,  // of the file
@@ -136,7 +137,7 @@ constexpr auto exactBlock() {
 }  // namespace
 
 [[gnu::section(
-    ".tqlib.version")]] constinit std::array<std::byte, versionBlockSize> const versionBlock =
+    ".rsrc.version")]] constinit std::array<std::byte, versionBlockSize> const versionBlock =
     exactBlock();
 
 }  // namespace tqlib::detail

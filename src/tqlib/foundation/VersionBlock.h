@@ -3,7 +3,7 @@
 // The library's version information, in the layout that version resources have in program files: a
 // tree of length-prefixed blocks in little-endian order, each with a UTF-16 key, a value and
 // children, all aligned to 4 bytes. It is a resource of the library's module, and it stands in the
-// section ".tqlib.version" of the library's file, where it can be read without loading the library.
+// section ".rsrc.version" of the library's file, where it can be read without loading the library.
 
 #include <array>
 #include <cstddef>
