@@ -33,9 +33,9 @@ Limit parseLimit(std::string const &text) {
     std::size_t const colon = text.find(':', std::min(equals, text.size()));
     if (colon == std::string::npos) throw UsageError(form + quoted(text));
     TQString name = text.substr(0, equals).c_str();
-    Limit const limit{toCapitals(name.Trim().text()),
-                      parseBound(text.substr(equals + 1, colon - equals - 1), text),
-                      parseBound(text.substr(colon + 1), text)};
+    Limit limit{toCapitals(name.Trim().text()),
+                parseBound(text.substr(equals + 1, colon - equals - 1), text),
+                parseBound(text.substr(colon + 1), text)};
     if (!limit.lowest && !limit.highest) throw UsageError(form + quoted(text));
     return limit;
 }

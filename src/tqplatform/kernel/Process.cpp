@@ -46,12 +46,11 @@ std::string searchProgram(std::string const &name) {
     }
 }
 
-// The host's path of the program that a command line calls `name`; empty if there is none.
+// The host's path of the program that a command line calls `name`; empty if none is found. Whether
+// a path leads to a program shows when it is started.
 std::string findProgram(std::string const &name) {
     bool const isPath = tqplatform::hasDrive(name) || name.find_first_of("/\\") != name.npos;
-    if (!isPath) return searchProgram(name);
-    std::string path = tqplatform::toHostPath(name);
-    return isProgram(path) ? path : std::string();
+    return isPath ? tqplatform::toHostPath(name) : searchProgram(name);
 }
 
 // A word as the child gets it. A path on a drive that the host doesn't have stays what it is.
