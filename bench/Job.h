@@ -27,6 +27,13 @@ class Job {
     explicit Job(std::string name)
         : name_(std::move(name)), reference_(std::make_shared<Reference>()) {}
 
+    /// Lets the contenders that are added from now on be measured by the clock on the wall, instead
+    /// of by the processor's time: for jobs that wait for another process.
+    Job &onTheWall() {
+        waits_ = true;
+        return *this;
+    }
+
     /// Sets what the results have to be, without measuring it. Runs at most once, when the first
     /// contender is about to be measured.
     template <typename Run>
@@ -96,10 +103,12 @@ class Job {
             for (auto _ : state)
                 runOnce();
         };
-        benchmark::RegisterBenchmark(title.c_str(), body);
+        auto *const registered = benchmark::RegisterBenchmark(title.c_str(), body);
+        if (waits_) registered->UseRealTime();
         return *this;
     }
 
     std::string name_;
+    bool waits_ = false;
     std::shared_ptr<Reference> reference_;
 };

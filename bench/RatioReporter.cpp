@@ -38,6 +38,13 @@ std::string formatLine(Target const &target, double own, double peer) {
                        target.bestSeen > 0 ? formatNumber("%.3f", target.bestSeen) : none});
 }
 
+// For one round of the job, by the clock that it is to be measured with.
+double secondsOf(benchmark::BenchmarkReporter::Run const &run) {
+    bool const onTheWall = run.run_name.time_type == "real_time";
+    double const all = onTheWall ? run.real_accumulated_time : run.cpu_accumulated_time;
+    return all / static_cast<double>(run.iterations);
+}
+
 }  // namespace
 
 bool RatioReporter::ReportContext(Context const &context) {
@@ -48,8 +55,7 @@ bool RatioReporter::ReportContext(Context const &context) {
 void RatioReporter::ReportRuns(std::vector<Run> const &runs) {
     for (Run const &run : runs)
         if (run.run_type == Run::RT_Iteration)
-            seconds_[run.run_name.function_name].push_back(run.cpu_accumulated_time /
-                                                           static_cast<double>(run.iterations));
+            seconds_[run.run_name.function_name].push_back(secondsOf(run));
 }
 
 // 0 for a benchmark that wasn't run.

@@ -24,7 +24,9 @@ constexpr auto runWithTqlib = [](auto take) {
     take(TQExecute(program).start(TQExecute::startAndWait));
 };
 
-auto const running =
-    Job<int>("start and wait").peer("posix_spawn", runWithSystem).contender("tqlib", runWithTqlib);
+auto const running = Job<int>("start and wait")
+                         .onTheWall()
+                         .peer("posix_spawn", runWithSystem)
+                         .contender("tqlib", runWithTqlib);
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "tqlib/config/getLibrarySetting.h"
+#include "tqplatform/runtime/SystemCalls.h"
 #include "tqplatform/streams/ofstream.h"
 
 namespace {
@@ -61,9 +62,17 @@ class TQLogfile::File {
         write("Start mit Level " + std::to_string(level) + '\n');
     }
 
-    /// Writes a line that ends with a line end, whole or not at all. Lines that the disk didn't
-    /// take wait in the stream.
+    /// Writes a line that ends with a line end, whole or not at all. What the disk doesn't take
+    /// waits in the stream, and further lines behind it.
     void write(std::string_view line) {
+        if (waiting_ == 0)
+            line.remove_prefix(
+                tqplatform::writeFile(stream_.rdbuf()->fd(), line.data(), line.size()));
+        if (!line.empty()) append(line);
+    }
+
+  private:
+    void append(std::string_view line) {
         stream_.clear();
         if (waiting_ > 0 && stream_.flush()) waiting_ = 0;
         if (waiting_ + line.size() > mostWaiting) return;
@@ -72,7 +81,6 @@ class TQLogfile::File {
         waiting_ = stream_.fail() ? waiting_ + line.size() : 0;
     }
 
-  private:
     classic::ofstream stream_;
     std::size_t waiting_ = 0;  ///< characters that the disk may not have yet
     bool started_ = false;
