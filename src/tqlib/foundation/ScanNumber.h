@@ -175,13 +175,15 @@ template <typename Digits, std::integral Whole>
     return text + digits.count;
 }
 
+inline constexpr int shortNumberReach = 17;
+
 /// Reads `text` as readPlainNumber<BlockwiseDigits>() does, if it is nothing but a short number: at
 /// most seven digits before its point and seven behind it, less one before it if there is a sign.
-/// `separator`, which isn't a character of numbers, or a NUL ends the text. Null for every other
-/// one. For doubles and whole numbers.
-template <typename Number>
-[[gnu::always_inline]] inline char const *readShortNumber(char const *text, char point,
-                                                          char separator, Number &value) {
+/// `ends` tells of a place whether the text ends there. Null for every other text. Looks at less
+/// than shortNumberReach characters. For doubles and whole numbers.
+template <typename Number, typename Ends>
+[[gnu::always_inline]] inline char const *readShortNumber(char const *text, char point, Ends ends,
+                                                          Number &value) {
     bool const negative = *text == '-';
     bool const sign = isSign(*text);
     CharacterBlock block = CharacterBlock::load(text);
@@ -209,8 +211,7 @@ template <typename Number>
         static constexpr Number units[] = {powersOfTen[unit], -powersOfTen[unit]};
         value = static_cast<Number>(static_cast<std::int64_t>(magnitude)) / units[negative];
     }
-    bool const complete = *text == separator || *text == '\0';
-    return complete && count != static_cast<unsigned>(sign) ? text : nullptr;
+    return ends(text) && count != static_cast<unsigned>(sign) ? text : nullptr;
 }
 
 /// Converts the beginning of `text` as sscanf does with the format of the target's type. The result

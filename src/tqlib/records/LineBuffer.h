@@ -3,7 +3,11 @@
 #include <cstring>
 #include <memory>
 
+#include "tqplatform/streams/istream.h"
+
 namespace tqlib::detail {
+
+class NumberReading;
 
 /// The block that holds a reader's current line; copies of a reader share it.
 class LineBuffer {
@@ -26,14 +30,25 @@ class LineBuffer {
 
     char *begin() const { return block_.get(); }
 
-    /// Makes the line empty. If several readers share the block all of it is cleared: one that
-    /// stood further on than the next line reaches then stands at that line's end.
+    /// Fetches the next line of `stream`, without its line end, and gives its begin. An empty line
+    /// and the end of the file both leave the state at exactly the end-of-file bit.
+    char *fetch(classic::istream &stream) const {
+        classic::ios::Lock const lock(stream);
+        stream.clear();
+        clear();
+        stream.getline(begin(), size);
+        if (*begin() == '\0') stream.clear(classic::ios::eofbit);
+        return begin();
+    }
+
+  private:
+    // If several readers share the block all of it is cleared: one that stood further on than the
+    // next line reaches then stands at that line's end.
     void clear() const {
         if (block_.use_count() > 1) std::memset(begin(), 0, size);
         *begin() = '\0';
     }
 
-  private:
     std::shared_ptr<char[]> block_;
 };
 

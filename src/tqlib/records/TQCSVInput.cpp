@@ -1,59 +1,28 @@
 #include "tqlib/records/TQCSVInput.h"
 
-#include <algorithm>
 #include <cstdint>
-#include <cstring>
 #include <string_view>
-#include <type_traits>
 
-#include "tqlib/foundation/ScanNumber.h"
+#include "tqlib/records/NumberField.h"
 #include "tqplatform/runtime/CRuntime.h"
 
 namespace {
 
-using tqlib::detail::BlockwiseDigits;
+using tqlib::detail::assignText;
 using tqlib::detail::LineBuffer;
+using tqlib::detail::NumberReading;
 
-constexpr std::ptrdiff_t longestNumber = 199;  // characters of a number field
-constexpr std::size_t numberFieldSize = longestNumber + 1;
 constexpr char semicolon = ';';
 constexpr char doubleQuote = '"';
 
 /// The size reported while no file is open: -1 as an unsigned number of 32 bits.
 constexpr std::uint32_t noFileLength = 0xFFFFFFFF;
 
-static_assert(LineBuffer::padding >= BlockwiseDigits::padding);
-
 /// What an empty number field counts as.
 constexpr std::string_view zeroField = "0";
 
 /// Characters that a plain number is made of, but for the decimal point.
 constexpr std::string_view numberCharacters = "0123456789+-eExX";
-
-/// The type that sscanf converts to: the short types take the low bits of an int.
-template <typename Number>
-struct Converted {
-    using Type = Number;
-};
-template <>
-struct Converted<short> {
-    using Type = int;
-};
-template <>
-struct Converted<unsigned short> {
-    using Type = unsigned int;
-};
-
-void assignText(CString &target, char const *first, char const *end) {
-    auto const length = static_cast<int>(end - first);
-    std::memcpy(target.GetBufferSetLength(length), first, static_cast<std::size_t>(length));
-}
-
-void assignText(char *target, char const *first, char const *end) {
-    auto const length = static_cast<std::size_t>(end - first);
-    std::memcpy(target, first, length);
-    target[length] = '\0';
-}
 
 }  // namespace
 
@@ -91,12 +60,7 @@ void TQCSVInput::setSeparator(char separator) {
 }
 
 void TQCSVInput::nextline() {
-    Lock const lock(*this);
-    clear();
-    buffer_.clear();
-    getline(buffer_.begin(), LineBuffer::size);
-    position_ = buffer_.begin();
-    if (*position_ == '\0') clear(eofbit);
+    position_ = buffer_.fetch(*this);
     ++lineNo_;
     fieldNo_ = 0;
 }
@@ -145,106 +109,51 @@ char *TQCSVInput::getNumber(char *field) {
     }
     char const separators[] = {cTrennzeichen_, '\0'};
     std::size_t const length = std::strcspn(position_, separators);
-    assignText(field, position_, position_ + std::min(length, numberFieldSize - 1));
+    tqlib::detail::gatherNumber(field, position_, position_ + length);
     position_ += length;
     return field;
 }
 
-// Reads a plain number where it stands on the line, with the result that the gathered field would
-// give. False, with nothing taken, if it needs the gathered field.
-template <typename Value>
+// Takes a number of the form `Form` where it stands on the line. False, with nothing taken, if the
+// field has another form or there is no line yet.
+template <typename Form, typename Value>
 [[gnu::always_inline]] inline bool TQCSVInput::readInPlace(Value &value) {
     char const separator = cTrennzeichen_;
     char *field = position_;
     if (!plainSeparator_ || field == nullptr) return false;
-    char point = '\0';
-    if constexpr (std::is_floating_point_v<Value>) {
-        point = tqlib::detail::decimalPoint();
-        if (point == separator) return false;
-    }
-    field += *field == separator;
-    char *start = field;
-    if (*start <= ' ')
-        while (tqlib::detail::isWhiteSpace(*start) && *start != separator)
-            ++start;
-    char const *const behind = tqlib::detail::readPlainNumber<BlockwiseDigits>(start, point, value);
-    if (behind == nullptr || behind - field > longestNumber) return false;
-    char *end = field + (behind - field);
-    while (*end != separator && *end != '\0')
-        ++end;
+    if (*field == separator) [[likely]]
+        ++field;
+    auto const separates = [=](char c) { return c == separator; };
+    char *const end = Form::read(field, separates, value);
+    if (end == nullptr) return false;
     position_ = end;
     ++fieldNo_;
     return true;
 }
 
-// Reads a number as readInPlace() does if a short one is all that the field has.
-template <typename Value>
-[[gnu::always_inline]] inline bool TQCSVInput::readShort(Value &value) {
-    if (std::is_same_v<Value, float>) return false;
-    char point = '\0';
-    if constexpr (std::is_floating_point_v<Value>) {
-        point = tqlib::detail::decimalPoint();
-        if (point == '\0') return false;
-    }
-    char const separator = cTrennzeichen_;
-    char *start = position_;
-    if (!plainSeparator_ || start == nullptr || point == separator) return false;
-    if (*start == separator) [[likely]]
-        ++start;
-    char const *const behind = tqlib::detail::readShortNumber(start, point, separator, value);
-    if (behind == nullptr) return false;
-    position_ = start + (behind - start);
-    ++fieldNo_;
-    return true;
-}
-
-// Reads the number out of the gathered field.
-template <typename Value>
-void TQCSVInput::readGathered(Value &value) {
-    char field[numberFieldSize];
-    if (getNumber(field) == nullptr) throw Failure();
-    if (tqlib::detail::scanNumber(field, value) != 1) throw Failure();
-}
-
-template <typename Number>
-[[gnu::noinline]] TQCSVInput &TQCSVInput::readAnyNumber(Number *target) {
-    typename Converted<Number>::Type value{};
-    if (!readInPlace(value)) readGathered(value);
-    *target = static_cast<Number>(value);
-    return *this;
-}
-
-template <typename Number>
-TQCSVInput &TQCSVInput::readNumber(Number *target) {
-    typename Converted<Number>::Type value{};
-    if (!readShort(value)) return readAnyNumber(target);
-    *target = static_cast<Number>(value);
-    return *this;
-}
-
 TQCSVInput &TQCSVInput::operator>>(double *target) {
-    return readNumber(target);
+    return NumberReading::read(*this, target);
 }
 TQCSVInput &TQCSVInput::operator>>(float *target) {
-    return readNumber(target);
+    return NumberReading::read(*this, target);
 }
 TQCSVInput &TQCSVInput::operator>>(long *target) {
-    return readNumber(target);
+    return NumberReading::read(*this, target);
 }
 TQCSVInput &TQCSVInput::operator>>(short *target) {
-    return readNumber(target);
+    return NumberReading::read(*this, target);
 }
 TQCSVInput &TQCSVInput::operator>>(int *target) {
-    return readNumber(target);
+    return NumberReading::read(*this, target);
 }
 TQCSVInput &TQCSVInput::operator>>(unsigned long *target) {
-    return readNumber(target);
+    return NumberReading::read(*this, target);
 }
 TQCSVInput &TQCSVInput::operator>>(unsigned short *target) {
-    return readNumber(target);
+    return NumberReading::read(*this, target);
 }
 TQCSVInput &TQCSVInput::operator>>(unsigned int *target) {
-    return readNumber(target);
+    return NumberReading::read(*this, target);
 }
 
 // Moves to the next text field, behind its opening quote; false at the end of the line.

@@ -103,18 +103,12 @@ class TQLIB_API TQCSVInput : public classic::ifstream {
     unsigned long getFileLength() const;
 
   private:
-    template <typename Number>
-    TQLIB_INTERNAL TQCSVInput &readNumber(Number *target);
-    template <typename Number>
-    TQLIB_INTERNAL TQCSVInput &readAnyNumber(Number *target);
+    friend class tqlib::detail::NumberReading;
+
     template <typename Text>
     TQLIB_INTERNAL TQCSVInput &readText(Text &target);
-    template <typename Value>
-    TQLIB_INTERNAL bool readShort(Value &value);
-    template <typename Value>
+    template <typename Form, typename Value>
     TQLIB_INTERNAL bool readInPlace(Value &value);
-    template <typename Value>
-    TQLIB_INTERNAL void readGathered(Value &value);
     TQLIB_INTERNAL char *getNumber(char *field);
     TQLIB_INTERNAL void skipSeparator();
     TQLIB_INTERNAL bool toTextField();
