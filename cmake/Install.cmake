@@ -10,9 +10,9 @@ install(TARGETS tqplatform tqlib EXPORT tqlibTargets
 
 # Headers of internals stay at home, but for those that public headers include.
 set(internal_headers
-  CharacterBlock.h Descriptor.h FileReplacement.h FormatNumber.h LibraryEntry.h Resources.h ScanNumber.h
-  SettingsDraft.h SettingsFile.h SettingsReader.h SystemCalls.h TextForm.h TQHpKeywords.h TQHpOperations.h
-  TQHpToken.h TQStringStreams.h VersionBlock.h)
+  CharacterBlock.h ColumnNumber.h Descriptor.h FileReplacement.h FormatNumber.h LibraryEntry.h NumberField.h
+  Resources.h ScanNumber.h SettingsDraft.h SettingsFile.h SettingsReader.h SystemCalls.h TextForm.h TQHpKeywords.h
+  TQHpOperations.h TQHpToken.h TQStringStreams.h VersionBlock.h)
 foreach(library IN ITEMS tqplatform tqlib)
   set(excluded)
   foreach(header IN LISTS internal_headers)

@@ -28,15 +28,30 @@ std::vector<Measurement> makeMeasurements() {
     return lines;
 }
 
-std::string writeMeasurements() {
-    std::string path = temporaryFile("measurements.csv");
+// Makes the file `name`, with what `print` writes for each line of the table.
+template <typename Print>
+std::string writeLines(char const *name, Print print) {
+    std::string path = temporaryFile(name);
     std::unique_ptr<std::FILE, int (*)(std::FILE *)> const file(std::fopen(path.c_str(), "w"),
                                                                 &std::fclose);
     if (file == nullptr) throw std::runtime_error("can't write " + path);
-    for (auto const &[counts, values] : measurements())
-        std::fprintf(file.get(), "%d,%d,%d,%d,%lf,%lf,%lf,%lf\n", counts[0], counts[1], counts[2],
-                     counts[3], values[0], values[1], values[2], values[3]);
+    for (Measurement const &line : measurements())
+        print(file.get(), line.counts, line.values);
     return path;
+}
+
+void printSeparated(std::FILE *file, int const (&counts)[4], double const (&values)[4]) {
+    std::fprintf(file, "%d,%d,%d,%d,%lf,%lf,%lf,%lf\n", counts[0], counts[1], counts[2], counts[3],
+                 values[0], values[1], values[2], values[3]);
+}
+
+void printColumns(std::FILE *file, int const (&counts)[4], double const (&values)[4]) {
+    std::fprintf(file, "%10d%10d%10d%10d%10.3f%10.3f%10.3f%10.3f\n", counts[0], counts[1],
+                 counts[2], counts[3], values[0], values[1], values[2], values[3]);
+}
+
+void printValues(std::FILE *file, int const (&/*counts*/)[4], double const (&values)[4]) {
+    std::fprintf(file, "%lf %lf %lf %lf\n", values[0], values[1], values[2], values[3]);
 }
 
 }  // namespace
@@ -47,6 +62,16 @@ std::vector<Measurement> const &measurements() {
 }
 
 std::string const &measurementFile() {
-    static std::string const path = writeMeasurements();
+    static std::string const path = writeLines("measurements.csv", printSeparated);
+    return path;
+}
+
+std::string const &columnFile() {
+    static std::string const path = writeLines("measurements.columns", printColumns);
+    return path;
+}
+
+std::string const &blankSeparatedFile() {
+    static std::string const path = writeLines("measurements.txt", printValues);
     return path;
 }

@@ -17,3 +17,10 @@ std::vector<Measurement> const &measurements();
 
 /// The path of a file with these lines, as sprintf writes them with "%d" and "%lf".
 std::string const &measurementFile();
+
+/// The same in columns, as sprintf writes them with "%10d" and "%10.3f".
+std::string const &columnFile();
+
+/// The path of a file with the measurements alone, as sprintf writes them with "%lf", separated by
+/// blanks.
+std::string const &blankSeparatedFile();

@@ -5,29 +5,16 @@
 
 #include <array>
 #include <charconv>
-#include <fstream>
-#include <sstream>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
 
+#include "FileContent.h"
 #include "Job.h"
 #include "records/MeasurementTable.h"
 #include "TemporaryFile.h"
 
 namespace {
-
-/// What a contender wrote, read back from its file.
-class FileContent {
-  public:
-    explicit FileContent(std::string const &path) {
-        std::ostringstream content;
-        content << std::ifstream(path, std::ios::binary).rdbuf();
-        text_ = std::move(content).str();
-    }
-
-    bool operator==(FileContent const &) const = default;
-
-  private:
-    std::string text_;
-};
 
 /// Writes fields with to_chars into a block of 64 KiB, and the block to a file.
 class FieldWriter {
@@ -115,14 +102,6 @@ void writeWithTqlib(std::string const &path) {
         file.nextline();
     }
 }
-
-/// The contender that writes its file with `write`.
-template <void (*write)(std::string const &path)>
-constexpr auto writer = [](auto take) {
-    std::string const path = temporaryFile("written.csv");
-    write(path);
-    take(path);
-};
 
 auto const writing = Job<FileContent>("csv write")
                          .reference(writer<writeWithPrintf>)

@@ -20,3 +20,6 @@
 #include "tqlib/foundation/TQString.h"
 #include "tqlib/records/TQCSVInput.h"
 #include "tqlib/records/TQCSVOutput.h"
+#include "tqlib/records/TQFortranInput.h"
+#include "tqlib/records/TQFortranOutput.h"
+#include "tqlib/records/TQTextInput.h"

@@ -8,6 +8,17 @@
 
 namespace tqlib::detail {
 
+/// Eight characters as a word, the first one lowest.
+inline std::uint64_t loadWord(char const *text) {
+    static_assert(std::endian::native == std::endian::little);
+    std::uint64_t word;
+    std::memcpy(&word, text, sizeof word);
+    return word;
+}
+inline void storeWord(char *text, std::uint64_t word) {
+    std::memcpy(text, &word, sizeof word);
+}
+
 /// Joins eight digits, the first one lowest: neighbours to pairs, pairs to fours, fours to eight.
 inline std::uint64_t joinDigits(std::uint64_t digits) {
     digits = (digits * 10 + (digits >> 8)) & 0x00FF00FF00FF00FF;
@@ -23,10 +34,10 @@ struct CharacterBlock {
     std::uint64_t others;  ///< bit 7 of each character that is no digit
 
     /// The block at `text`.
-    static CharacterBlock load(char const *text) {
-        static_assert(std::endian::native == std::endian::little);
-        std::uint64_t word;
-        std::memcpy(&word, text, sizeof word);
+    static CharacterBlock load(char const *text) { return of(loadWord(text)); }
+
+    /// The block of the characters in `word`.
+    static CharacterBlock of(std::uint64_t word) {
         word ^= 0x3030303030303030;  // what isn't a digit becomes more than 9
         return {word,
                 (((word & 0x7F7F7F7F7F7F7F7F) + 0x7676767676767676) | word) & 0x8080808080808080};

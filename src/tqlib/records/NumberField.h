@@ -56,15 +56,21 @@ inline void gatherNumber(char *field, char const *first, char const *end) {
 // the number has another form. `separates` tells of a character whether it ends fields; none that
 // does can be part of a number, but for the decimal point of a locale.
 
+/// The decimal point for reading numbers of a type in place, or NUL if that can't be done.
+template <typename Value, typename Separates>
+char pointInPlace(Separates separates) {
+    if constexpr (std::is_floating_point_v<Value>) {
+        char const point = decimalPoint();
+        return separates(point) ? '\0' : point;
+    }
+    return '.';  // whole numbers don't ask
+}
+
 /// A short number, and nothing else in the field. Not for floats.
 struct ShortNumber {
     template <typename Separates, typename Value>
-    [[gnu::always_inline]] static char *read(char *field, Separates separates, Value &value) {
-        char point = '\0';
-        if constexpr (std::is_floating_point_v<Value>) {
-            point = decimalPoint();
-            if (point == '\0' || separates(point)) return nullptr;
-        }
+    [[gnu::always_inline]] static char *read(char *field, char point, Separates separates,
+                                             Value &value) {
         auto const ends = [=](char const *text) { return separates(*text) || *text == '\0'; };
         char const *const end = readShortNumber(field, point, ends, value);
         return end == nullptr ? nullptr : field + (end - field);
@@ -74,12 +80,8 @@ struct ShortNumber {
 /// A decimal number with white space ahead of it and anything behind it.
 struct PlainNumber {
     template <typename Separates, typename Value>
-    [[gnu::always_inline]] static char *read(char *field, Separates separates, Value &value) {
-        char point = '\0';
-        if constexpr (std::is_floating_point_v<Value>) {
-            point = decimalPoint();
-            if (separates(point)) return nullptr;
-        }
+    [[gnu::always_inline]] static char *read(char *field, char point, Separates separates,
+                                             Value &value) {
         char *start = field;
         while (isWhiteSpace(*start) && !separates(*start))
             ++start;

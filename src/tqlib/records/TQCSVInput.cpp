@@ -118,13 +118,13 @@ char *TQCSVInput::getNumber(char *field) {
 // field has another form or there is no line yet.
 template <typename Form, typename Value>
 [[gnu::always_inline]] inline bool TQCSVInput::readInPlace(Value &value) {
-    char const separator = cTrennzeichen_;
+    auto const separates = [separator = cTrennzeichen_](char c) { return c == separator; };
+    char const point = tqlib::detail::pointInPlace<Value>(separates);
     char *field = position_;
-    if (!plainSeparator_ || field == nullptr) return false;
-    if (*field == separator) [[likely]]
+    if (!plainSeparator_ || field == nullptr || point == '\0') return false;
+    if (separates(*field)) [[likely]]
         ++field;
-    auto const separates = [=](char c) { return c == separator; };
-    char *const end = Form::read(field, separates, value);
+    char *const end = Form::read(field, point, separates, value);
     if (end == nullptr) return false;
     position_ = end;
     ++fieldNo_;

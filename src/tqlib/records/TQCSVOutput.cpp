@@ -76,7 +76,7 @@ void TQCSVOutput::startField() {
 // place behind it, or null if it needs another way. False if nothing has happened.
 template <typename Form>
 bool TQCSVOutput::writeInPlace(Form form) {
-    char *const start = fail() ? nullptr : ios::rdbuf()->room(1 + tqlib::detail::plainNumberRoom);
+    char *const start = room(1 + tqlib::detail::plainNumberRoom);
     if (start == nullptr) return false;
     *start = cTrennzeichen_;
     char *const end = form(start + (separatorIsDue() ? 1 : 0));

@@ -17,12 +17,12 @@ int ios::width(int room) {
     return std::exchange(width_, room);
 }
 
-void ios::lock() {
-    if (locking_ && buffer_ != nullptr) _mtlock(buffer_->lock());
+void ios::lockBuffer() {
+    if (buffer_ != nullptr) _mtlock(buffer_->lock());
 }
 
-void ios::unlock() {
-    if (locking_ && buffer_ != nullptr) _mtunlock(buffer_->lock());
+void ios::unlockBuffer() {
+    if (buffer_ != nullptr) _mtunlock(buffer_->lock());
 }
 
 }  // namespace classic

@@ -62,8 +62,12 @@ class TQPLATFORM_API ios {
 
     /// Take the lock of the buffer and give it back; nothing while locking is off or without a
     /// buffer. One thread may take it several times and gives it back as often.
-    void lock();
-    void unlock();
+    void lock() {
+        if (locking_) lockBuffer();
+    }
+    void unlock() {
+        if (locking_) unlockBuffer();
+    }
 
     /// Holds the lock of a stream for as long as it lives.
     class Lock {
@@ -87,6 +91,9 @@ class TQPLATFORM_API ios {
     int width_ = 0;
 
   private:
+    void lockBuffer();
+    void unlockBuffer();
+
     bool locking_ = false;
     std::shared_ptr<streambuf> buffer_;
 };

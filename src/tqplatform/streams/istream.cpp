@@ -1,5 +1,6 @@
 #include "tqplatform/streams/istream.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace classic {
@@ -31,6 +32,23 @@ istream &istream::take(char *target, int limit, char delimiter, bool takeDelimit
     count_ = static_cast<int>(taken.count);
     if (target != nullptr && limit > 0) target[taken.count] = '\0';
     if (taken.end) setEnd(taken.count == 0 ? failbit : goodbit);
+    return *this;
+}
+
+istream &istream::get(std::string &target, int limit, int delimiter) {
+    target.clear();
+    if (!ready()) return *this;
+    auto left = static_cast<std::size_t>(limit > 1 ? limit - 1 : 0);
+    streambuf::Taken taken;
+    do {
+        char piece[512];
+        taken = rdbuf()->takeUntil(piece, std::min(left, sizeof piece),
+                                   static_cast<char>(delimiter), false);
+        target.append(piece, taken.count);
+        left -= taken.count;
+    } while (left > 0 && !taken.delimiter && !taken.end);
+    count_ = static_cast<int>(target.size());
+    if (taken.end) setEnd(count_ == 0 ? failbit : goodbit);
     return *this;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <utility>
 
 #include "tqplatform/streams/ios.h"
@@ -20,6 +21,9 @@ class TQPLATFORM_API istream : virtual public ios {
     istream &get(char *target, int limit, int delimiter = '\n') {
         return take(target, limit, static_cast<char>(delimiter), false);
     }
+
+    /// The same into a text that grows with what is taken.
+    istream &get(std::string &target, int limit, int delimiter = '\n');
 
     /// The line read: the same with the delimiter taken and not stored.
     istream &getline(char *target, int limit, char delimiter = '\n') {
@@ -50,6 +54,16 @@ class TQPLATFORM_API istream : virtual public ios {
 
   protected:
     istream() = default;
+
+    /// The next `count` characters as they lie in the buffer's block, line ends included, or null
+    /// if it hasn't that many. takeAhead() takes some of them as an unformatted read does.
+    char const *ahead(std::size_t count) const {
+        return rdbuf() == nullptr ? nullptr : rdbuf()->ahead(count);
+    }
+    void takeAhead(int count) {
+        rdbuf()->skip(static_cast<std::size_t>(count));
+        count_ = count;
+    }
 
   private:
     istream &take(char *target, int limit, char delimiter, bool takeDelimiter);

@@ -59,6 +59,13 @@ class TQPLATFORM_API ostream : virtual public ios {
 
   protected:
     ostream() = default;
+
+    /// Room for `count` characters in the buffer's block, for text to be formed where it is going
+    /// to be written, or null if it can't be had at once or the stream has failed. taken() of the
+    /// buffer then tells how many of them count as written.
+    char *room(std::size_t count) {
+        return fail() || rdbuf() == nullptr ? nullptr : rdbuf()->room(count);
+    }
 };
 
 /// Writes a newline and flushes.

@@ -49,6 +49,13 @@ class TQPLATFORM_API streambuf {
     /// Looks for the delimiter a block at a time.
     Taken takeUntil(char *target, std::size_t limit, char delimiter, bool takeDelimiter);
 
+    /// The next `count` characters as they lie in the block, line ends included, or null if it
+    /// hasn't that many. skip() takes some of them.
+    char const *ahead(std::size_t count) const {
+        return count <= static_cast<std::size_t>(readEnd_ - next_) ? next_ : nullptr;
+    }
+    void skip(std::size_t count) { next_ += count; }
+
     /// True if the last read that met an end met an error of the source instead.
     bool readFailed() const { return readFailed_; }
 

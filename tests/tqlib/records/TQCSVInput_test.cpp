@@ -6,8 +6,8 @@
 #include <cstring>
 #include <random>
 #include <string>
-#include <vector>
 
+#include "support/Fields.h"
 #include "support/Files.h"
 #include "support/Locale.h"
 
@@ -19,39 +19,10 @@ class SeparatedReading : public testing::Test {
         return TQCSVInput(folder_.write("a.csv", content).c_str(), 0, 1, 0, separator);
     }
 
-    // The fields of the first line of `content`; "!" stands for a failure, after two of which the
-    // reading ends.
+    // The fields of the first line of `content`.
     template <typename Field>
     std::string fields(std::string const &content) {
-        TQCSVInput file = read(content);
-        std::string result;
-        for (int failures = 0; failures < 2;) {
-            Field field{};
-            try {
-                take(file, field);
-                result += "[" + text(field) + "]";
-            } catch (TQCSVInput::Failure const &) {
-                result += "!";
-                ++failures;
-            }
-        }
-        return result;
-    }
-
-    static void take(TQCSVInput &file, TQString &field) { file >> field; }
-    static void take(TQCSVInput &file, std::vector<char> &field) {
-        field.resize(9192);
-        file >> field.data();
-    }
-    template <typename Number>
-    static void take(TQCSVInput &file, Number &field) {
-        file >> &field;
-    }
-    static std::string text(TQString const &field) { return std::string(field); }
-    static std::string text(std::vector<char> const &field) { return field.data(); }
-    template <typename Number>
-    static std::string text(Number field) {
-        return std::to_string(field);
+        return fieldsOf<Field>(read(content));
     }
 
     TemporaryFolder folder_;
@@ -98,7 +69,7 @@ TEST_F(SeparatedReading, TextFields) {
     };
     for (auto const &row : rows) {
         EXPECT_EQ(fields<TQString>(row.line), row.fields) << row.line;
-        EXPECT_EQ(fields<std::vector<char>>(row.line), row.fields) << row.line;
+        EXPECT_EQ(fields<TextBlock>(row.line), row.fields) << row.line;
     }
 }
 
