@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "tqlib/foundation/TQString.h"
@@ -11,13 +12,13 @@ struct TextBlock {
 };
 
 inline std::string shownField(CString const &field) {
-    return std::string(field);
+    return static_cast<char const *>(field);
 }
 inline std::string shownField(TextBlock const &field) {
     return field.bytes.data();
 }
 template <typename Number>
-std::string shownField(Number field) {
+requires std::is_arithmetic_v<Number> std::string shownField(Number field) {
     return std::to_string(field);
 }
 
