@@ -2,9 +2,11 @@
 
 // Every public class of the library.
 
+#include "tqlib/calc/TQComplex.h"
 #include "tqlib/calc/TQHpBefehl.h"
 #include "tqlib/calc/TQHpCalculator.h"
 #include "tqlib/calc/TQHpList.h"
+#include "tqlib/calc/TQRandom.h"
 #include "tqlib/config/getLibrarySetting.h"
 #include "tqlib/config/TQConfiguration.h"
 #include "tqlib/datetime/CTQOleDateTime.h"

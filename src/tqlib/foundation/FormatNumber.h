@@ -102,6 +102,10 @@ struct FixedPoint {
 /// target is undefined then.
 char *formatPlainNumber(char *target, double value, char point, bool trim);
 
+/// The same for "%.Nf", where N is `decimals`: null for other than 1 to mostFixedDecimals of them.
+inline constexpr unsigned mostFixedDecimals = 8;
+char *formatFixed(char *target, double value, unsigned decimals, char point);
+
 /// Writes `value` to `target` exactly as sprintf does with "%lf" in the locale in force and the
 /// default rounding mode, cut to `size` - 1 characters and ended with a NUL. The result is the
 /// number of characters.
