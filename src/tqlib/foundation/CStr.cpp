@@ -3,23 +3,23 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
-#include <new>
 #include <utility>
 
-#include "tqlib/foundation/CStrPool.h"
 #include "tqlib/foundation/FormatNumber.h"
 #include "tqlib/foundation/ScanNumber.h"
+
+using tqlib::detail::enlarge;
+using tqlib::detail::makeRecord;
+using tqlib::detail::nullRecord;
+using tqlib::detail::release;
+using tqlib::detail::roomFor;
+using tqlib::detail::setLength;
+using tqlib::detail::share;
 
 namespace {
 
 constexpr int indexOutside = 2;
 constexpr int tooLong = 5;
-
-char nullText[2] = "";
-
-/// The empty string without memory of its own. It counts as shared, so that nothing writes to it;
-/// the strings that it stands for are not counted, which threads would have to do one by one.
-constinit CStrRecord nullRecord{2, nullText, 0, 1};
 
 char const *orEmpty(char const *text) {
     return text == nullptr ? "" : text;
@@ -35,108 +35,6 @@ std::size_t checked(std::size_t length) {
     return length;
 }
 
-unsigned int blockSize(std::uint16_t capacity) {
-    return capacity + 1U;
-}
-
-/// The room that `length` characters get.
-std::size_t rounded(std::size_t length) {
-    return length | 3;
-}
-
-/// A record with an empty text, counted once.
-CStrRecord *makeRecord(std::size_t length) {
-    auto const capacity = static_cast<std::uint16_t>(rounded(length));
-    void *const block = PoolAlloc(sizeof(CStrRecord));
-    try {
-        auto *const text = static_cast<char *>(PoolAlloc(blockSize(capacity)));
-        text[0] = '\0';
-        return new (block) CStrRecord{1, text, 0, capacity};
-    } catch (...) {
-        PoolFree(block, sizeof(CStrRecord));
-        throw;
-    }
-}
-
-void setLength(CStrRecord &record, std::size_t length) {
-    record.length = static_cast<std::uint16_t>(length);
-    record.text[length] = '\0';
-}
-
-/// A record with the text of `front` and `back`, one behind the other, with room for `length`.
-CStrRecord *makeRecord(std::string_view front, std::string_view back, std::size_t length) {
-    CStrRecord *const record = makeRecord(length);
-    if (!front.empty()) std::memcpy(record->text, front.data(), front.size());
-    if (!back.empty()) std::memcpy(record->text + front.size(), back.data(), back.size());
-    setLength(*record, front.size() + back.size());
-    return record;
-}
-
-void destroy(CStrRecord *record) {
-    PoolFree(record->text, blockSize(record->capacity));
-    record->~CStrRecord();
-    PoolFree(record, sizeof(CStrRecord));
-}
-
-void drop(CStrRecord *record) {
-    if (record->refCount.fetch_sub(1, std::memory_order_acq_rel) == 1) destroy(record);
-}
-
-// A copy that goes leaves its count to the next copy of the same text in its thread, as long as
-// there are further strings with that text: counting up and down takes a multiple of all the rest.
-// What waits is part of the count, so that another thread takes the record for shared.
-
-/// The record with such a count, or null.
-constinit thread_local CStrRecord *waiting = nullptr;
-
-enum class Waiting { unprepared, possible, over };
-constinit thread_local Waiting state = Waiting::unprepared;
-
-void dropWaiting() {
-    if (waiting != nullptr) drop(std::exchange(waiting, nullptr));
-}
-
-/// Lets counts wait until the thread ends.
-[[gnu::noinline]] bool prepareWaiting() {
-    struct End {
-        ~End() {
-            state = Waiting::over;
-            dropWaiting();
-        }
-    };
-    if (state == Waiting::over) return false;
-    static thread_local End const end;
-    state = Waiting::possible;
-    return true;
-}
-
-CStrRecord *share(CStrRecord *record) {
-    if (record == waiting)
-        waiting = nullptr;
-    else if (record != &nullRecord)
-        record->refCount.fetch_add(1, std::memory_order_relaxed);
-    return record;
-}
-
-/// Releases a record that other strings have as well.
-void releaseShared(CStrRecord *record) {
-    if (record == waiting) {
-        dropWaiting();
-        if (record->refCount.load(std::memory_order_acquire) == 1) return destroy(record);
-    }
-    if (state != Waiting::possible && !prepareWaiting()) return drop(record);
-    dropWaiting();
-    waiting = record;
-}
-
-void release(CStrRecord *record) {
-    if (record == &nullRecord) return;
-    if (record->refCount.load(std::memory_order_acquire) == 1)
-        destroy(record);
-    else
-        releaseShared(record);
-}
-
 int signOf(int difference) {
     return (difference > 0) - (difference < 0);
 }
@@ -146,8 +44,6 @@ char toSmall(char c) {
 }
 
 }  // namespace
-
-CStr::CStr() noexcept : record_(&nullRecord) {}
 
 CStr::CStr(unsigned short capacity) : record_(makeRecord(checked(capacity))) {}
 
@@ -160,25 +56,14 @@ CStr::CStr(char const *text, unsigned short capacity) : CStr() {
 CStr::CStr(CString const &text, unsigned short capacity)
     : CStr(static_cast<char const *>(text), capacity) {}
 
-CStr::CStr(CStr const &other) noexcept : record_(share(other.record_)) {}
-
 CStr &CStr::operator=(CStr const &other) noexcept {
     if (record_ != other.record_) adopt(share(other.record_));
     return *this;
 }
 
-CStr::~CStr() {
-    release(record_);
-}
-
 // Takes over a count of `record` and gives up the present record.
 void CStr::adopt(CStrRecord *record) noexcept {
     release(std::exchange(record_, record));
-}
-
-bool CStr::isPrivate() const noexcept {
-    if (record_ == waiting) dropWaiting();
-    return record_->refCount.load(std::memory_order_acquire) == 1;
 }
 
 CStr &CStr::operator=(char const *text) {
@@ -200,9 +85,11 @@ void CStr::assign(std::string_view text) {
 
 // Makes the record private with room for `length` characters.
 void CStr::makeRoom(std::size_t length) {
-    std::size_t const room = rounded(length);
-    if (!hasRoomFor(room))
+    std::size_t const room = roomFor(length);
+    if (!isPrivate())
         adopt(makeRecord(view(), {}, std::max<std::size_t>(room, record_->capacity)));
+    else if (room > record_->capacity)
+        enlarge(*record_, {}, length);
 }
 
 void CStr::Reserve(unsigned short length) {
@@ -211,7 +98,7 @@ void CStr::Reserve(unsigned short length) {
 
 void CStr::Compact(unsigned short slack) {
     std::size_t const length = record_->length;
-    bool const smaller = rounded(length) < record_->capacity;
+    bool const smaller = roomFor(length) < record_->capacity;
     if (record_ != &nullRecord && record_->capacity - length > slack && smaller)
         adopt(makeRecord(view(), {}, length));
 }
@@ -231,11 +118,12 @@ void CStr::Clear() {
 void CStr::append(std::string_view text) {
     if (text.empty()) return;
     std::size_t const length = checked(record_->length + text.size());
-    std::size_t const room = rounded(length);
-    if (!hasRoomFor(room)) {
+    std::size_t const room = roomFor(length);
+    if (!isPrivate()) {
         std::size_t const more = std::max<std::size_t>(room, record_->capacity);
         return adopt(makeRecord(view(), text, more));
     }
+    if (room > record_->capacity) return enlarge(*record_, text, length);
     std::memmove(record_->text + record_->length, text.data(), text.size());
     setLength(*record_, length);
 }
@@ -284,7 +172,7 @@ void CStr::Prepend(char const *text) {
     std::string_view const front = viewOf(text);
     if (front.empty()) return;
     std::size_t const length = checked(front.size() + record_->length);
-    std::size_t const room = std::max<std::size_t>(rounded(length), record_->capacity);
+    std::size_t const room = std::max<std::size_t>(roomFor(length), record_->capacity);
     adopt(makeRecord(front, view(), room));
 }
 

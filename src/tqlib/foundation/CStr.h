@@ -14,23 +14,14 @@
 // Strings that share a text may be used by different threads; one string is for one thread at a
 // time.
 
-#include <atomic>
 #include <cstdarg>
 #include <cstddef>
-#include <cstdint>
 #include <string_view>
 
+#include "tqlib/foundation/CStrRecord.h"
 #include "tqplatform/framework/CString.h"
 
 class CWnd;
-
-/// What the strings with one text share.
-struct CStrRecord {
-    std::atomic<std::uint32_t> refCount;  ///< strings that share the record
-    char *text;                           ///< ended with a NUL
-    std::uint16_t length;                 ///< characters, the NUL not counted
-    std::uint16_t capacity;               ///< room for characters, the NUL not counted
-};
 
 /// Shows "CStr fatal" with a number to the user and aborts the process. The numbers: 2 for an index
 /// outside the text, 3 and 4 for the directives %n and %S, 5 for a length beyond the limit.
@@ -44,7 +35,7 @@ class CStr {
     static constexpr unsigned int mostCharacters = 65530;
 
     /// The empty text, without memory of its own.
-    CStr() noexcept;
+    CStr() noexcept : record_(&tqlib::detail::nullRecord) {}
 
     /// The empty text with room for `capacity` characters.
     explicit CStr(unsigned short capacity);
@@ -54,10 +45,10 @@ class CStr {
     CStr(CString const &text, unsigned short capacity = 0);
 
     /// Share the text of `other`.
-    CStr(CStr const &other) noexcept;
+    CStr(CStr const &other) noexcept : record_(tqlib::detail::share(other.record_)) {}
     CStr &operator=(CStr const &other) noexcept;
 
-    ~CStr();
+    ~CStr() { tqlib::detail::release(record_); }
 
     /// Replace the text by a copy, in the present room if that is enough and isn't shared.
     CStr &operator=(char const *text);
@@ -172,7 +163,7 @@ class CStr {
     void cut(std::size_t length);
     void makeRoom(std::size_t length);
     CStr joined(std::string_view text) const;
-    bool isPrivate() const noexcept;
+    bool isPrivate() const { return tqlib::detail::isPrivate(*record_); }
     bool hasRoomFor(std::size_t length) const { return length <= record_->capacity && isPrivate(); }
     std::string_view view() const { return {record_->text, record_->length}; }
     void format(char const *format, std::va_list arguments);

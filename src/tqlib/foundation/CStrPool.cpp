@@ -1,22 +1,16 @@
 #include "tqlib/foundation/CStrPool.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <mutex>
-#include <new>
+
+namespace tqlib::detail {
+
+constinit thread_local KeptBlocks keptLists[listCount] = {};
 
 namespace {
 
-constexpr unsigned int listCount = 80;
-constexpr unsigned int grain = 4;  ///< bytes between the sizes of two lists
-constexpr unsigned int pooledLimit = listCount * grain;
-
-/// Most free blocks of a size that a thread keeps for itself.
+/// Most free blocks of a list that a thread keeps for itself.
 constexpr unsigned int mostKept = 64;
-
-struct FreeBlock {
-    FreeBlock *next;
-};
 
 FreeBlock *pop(FreeBlock *&list) {
     FreeBlock *const block = list;
@@ -24,22 +18,13 @@ FreeBlock *pop(FreeBlock *&list) {
     return block;
 }
 
-void push(FreeBlock *&list, FreeBlock *block) {
-    block->next = list;
-    list = block;
+void push(FreeBlock *&list, void *block) {
+    list = new (block) FreeBlock{list};
 }
-
-/// Free blocks of one size that a thread keeps for itself. A thread that isn't registered has
-/// neither blocks nor room, so that it comes to the lock at its first request.
-struct KeptBlocks {
-    FreeBlock *first;
-    unsigned int room;  ///< for further blocks
-};
 
 constinit std::recursive_mutex sharedLock;
 constinit FreeBlock *sharedLists[listCount] = {};
 
-constinit thread_local KeptBlocks keptLists[listCount] = {};
 constinit thread_local bool ended = false;
 
 void share(unsigned int index) {
@@ -71,37 +56,10 @@ void registerThread() {
 }
 
 void *allocate(unsigned int size) {
-    void *const block = std::malloc(std::max<std::size_t>(size, sizeof(FreeBlock)));
+    static_assert(PoolRoom(1) >= sizeof(FreeBlock));
+    void *const block = std::malloc(PoolRoom(size));
     if (block == nullptr) throw std::bad_alloc();
     return block;
-}
-
-// A block from the shared lists, with further ones for the thread to keep; else from malloc.
-[[gnu::noinline]] void *takeShared(unsigned int size) {
-    registerThread();
-    unsigned int const index = size / grain;
-    KeptBlocks &kept = keptLists[index];
-    CStrLock const lock;
-    FreeBlock *&shared = sharedLists[index];
-    if (shared == nullptr) return allocate(size);
-    FreeBlock *const block = pop(shared);
-    for (; shared != nullptr && kept.room > mostKept / 2; --kept.room)
-        push(kept.first, pop(shared));
-    return block;
-}
-
-// Shares the thread's blocks of a size where there is no room for `block`.
-[[gnu::noinline]] void giveShared(FreeBlock *block, unsigned int index) {
-    registerThread();
-    KeptBlocks &kept = keptLists[index];
-    if (kept.room == 0) share(index);
-    if (ended) {
-        CStrLock const lock;
-        push(sharedLists[index], block);
-    } else {
-        push(kept.first, block);
-        --kept.room;
-    }
 }
 
 void freeAll(FreeBlock *&list) {
@@ -111,32 +69,47 @@ void freeAll(FreeBlock *&list) {
 
 }  // namespace
 
+// From the shared lists, with further blocks for the thread to keep; else from malloc.
+void *takeShared(unsigned int size) {
+    if (size >= pooledLimit) return allocate(size);
+    registerThread();
+    KeptBlocks &kept = keptLists[listOf(size)];
+    FreeBlock *&shared = sharedLists[listOf(size)];
+    CStrLock const lock;
+    if (shared == nullptr) return allocate(size);
+    FreeBlock *const block = pop(shared);
+    for (; shared != nullptr && kept.room > mostKept / 2; --kept.room)
+        push(kept.first, pop(shared));
+    return block;
+}
+
+void giveShared(void *block, unsigned int size) {
+    if (size >= pooledLimit) return std::free(block);
+    registerThread();
+    unsigned int const index = listOf(size);
+    KeptBlocks &kept = keptLists[index];
+    if (kept.room == 0) share(index);
+    if (kept.room == 0) {  // the thread is ending
+        CStrLock const lock;
+        push(sharedLists[index], block);
+    } else {
+        push(kept.first, block);
+        --kept.room;
+    }
+}
+
+}  // namespace tqlib::detail
+
 CStrLock::CStrLock() {
-    sharedLock.lock();
+    tqlib::detail::sharedLock.lock();
 }
 
 CStrLock::~CStrLock() {
-    sharedLock.unlock();
-}
-
-void *PoolAlloc(unsigned int size) {
-    if (size >= pooledLimit) return allocate(size);
-    KeptBlocks &kept = keptLists[size / grain];
-    if (kept.first == nullptr) return takeShared(size);
-    ++kept.room;
-    return pop(kept.first);
-}
-
-void PoolFree(void *block, unsigned int size) {
-    if (size >= pooledLimit) return std::free(block);
-    KeptBlocks &kept = keptLists[size / grain];
-    auto *const freed = static_cast<FreeBlock *>(block);
-    if (kept.room == 0) return giveShared(freed, size / grain);
-    push(kept.first, freed);
-    --kept.room;
+    tqlib::detail::sharedLock.unlock();
 }
 
 void FreePool() {
+    using namespace tqlib::detail;
     CStrLock const lock;
     for (unsigned int index = 0; index < listCount; ++index) {
         share(index);
