@@ -53,7 +53,7 @@ Formula parseFormula(std::string const &text) {
     return {std::string(name.Trim()), text.substr(equals + 1)};
 }
 
-/// What can stand once on the command line, behind `option`, and in the profile.
+/// What can stand once in the profile, and on the command line if it has an option.
 struct Setting {
     char const *option, *category, *name;
     void (*set)(Options &options, std::string const &value);
@@ -70,6 +70,14 @@ constexpr Setting settings[] = {
      [](Options &options, std::string const &value) {
          options.columns = parseColumns(value.c_str());
      }},
+    {nullptr, "Input", "Form",
+     [](Options &options, std::string const &value) { options.inputForm = parseForm(value); }},
+    {nullptr, "Input", "Layout",
+     [](Options &options, std::string const &value) { options.inputLayout = parseLayout(value); }},
+    {nullptr, "Output", "Form",
+     [](Options &options, std::string const &value) { options.outputForm = parseForm(value); }},
+    {nullptr, "Output", "Layout",
+     [](Options &options, std::string const &value) { options.outputLayout = parseLayout(value); }},
 };
 
 /// What can stand there several times, with a name each time.
@@ -154,9 +162,18 @@ void checkNamesAndFormulas(Options const &options) {
         checkLimit(limit, names);
 }
 
+void checkForms(Options const &options) {
+    if (options.inputForm == Form::Columns) checkLayout(options.inputLayout, options.columns);
+    if (options.outputForm != Form::Columns) return;
+    std::vector<Column> columns = resultColumns(options);
+    std::erase_if(columns, [](Column const &column) { return column.kind == ColumnKind::Omitted; });
+    checkLayout(options.outputLayout, columns);
+}
+
 void check(Options const &options) {
     if (options.columns.empty()) throw UsageError("which columns has the file? Name them with -c");
     checkSeparator(options.separator);
+    checkForms(options);
     checkNamesAndFormulas(options);
 }
 
@@ -171,7 +188,8 @@ Options readOptions(int argc, char const *const *argv) {
     std::vector<std::pair<void (*)(Options &, std::string const &), std::string>> given;
     std::string value, output;
     for (Setting const &setting : settings)
-        if (takeOne(arguments, setting.option, value)) given.emplace_back(setting.set, value);
+        if (setting.option != nullptr && takeOne(arguments, setting.option, value))
+            given.emplace_back(setting.set, value);
     for (List const &list : lists)
         while (auto const line = arguments.takeValue(list.option))
             given.emplace_back(list.add, *line);
@@ -239,7 +257,9 @@ char const helpText[] =
     "A profile says the same in a file: Separator, HeaderLines, Columns and File in [Input], a\n"
     "line NAME=EXPRESSION for each in [Calculations], NAME=LOWEST:HIGHEST in [Limits], File in\n"
     "[Output]. Its files are searched in its folder. The run is put down in [LastRun]. Options\n"
-    "count before the profile.\n"
+    "count before the profile. It alone can name another form of the input or the output: Form\n"
+    "is separated, text (blanks between the fields) or columns (fields of fixed width, which\n"
+    "Layout lists: A6 X2 I5 F10.3 is a text, two blanks, a whole number, three decimals).\n"
     "\n"
     "With the environment variable TQTRACE, or TRACE in [TQ] of the file that TQINI names, the\n"
     "program writes messwerk.log: 0 what was done, 1 the rows refused.\n"

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "Column.h"
+#include "Form.h"
 #include "Limits.h"
 
 namespace messwerk {
@@ -14,7 +15,11 @@ struct Options {
     std::string profile;  ///< its path; empty if there is none
     std::string input;
     std::string output;
-    char separator = ';';
+    Form inputForm = Form::Separated;
+    Form outputForm = Form::Separated;
+    Layout inputLayout;    ///< of the form Columns
+    Layout outputLayout;   ///< of the form Columns, without omitted columns
+    char separator = ';';  ///< of the form Separated
     long headerLines = 1;
     std::vector<Column> columns;    ///< those of the input, in its order
     std::vector<Formula> formulas;  ///< each may use columns and the formulas ahead of it

@@ -3,51 +3,66 @@
 #include <cerrno>
 
 #include "Errors.h"
-#include "Paths.h"
 #include "Words.h"
 
 namespace messwerk {
-namespace {
-
-/// What the library's failure, which carries no text, means to the user.
-RunError writeError(std::string const &path) {
-    return systemError("can't write " + quoted(path), errno);
-}
-
-}  // namespace
 
 ResultFile::ResultFile(Options const &options)
     : columns_(resultColumns(options)),
       path_(options.output),
       place_(options.output),
-      file_(libraryPath(place_.workPath()).c_str(), 0, 1, 0, 1, options.separator) {
-    writeLine([this](std::size_t index) { file_ << columns_[index].name.c_str(); });
-}
-
-void ResultFile::write(Row const &row) {
-    writeLine([this, &row](std::size_t index) {
-        if (columns_[index].kind == ColumnKind::Number)
-            file_ << row[index].number;
-        else
-            file_ << row[index].text;
+      form_(ResultForm::open(options, place_.workPath())) {
+    writeLine([this](std::size_t field, std::size_t column) {
+        form_->writeName(field, columns_[column].name);
     });
 }
 
-// Calls `writeField` with the index of each column that isn't omitted, and ends the line.
+std::optional<std::string> ResultFile::fault(Row const &row) const {
+    std::size_t field = 0;
+    for (std::size_t index = 0; index < columns_.size(); ++index) {
+        auto const &[name, kind, momentForm] = columns_[index];
+        if (kind == ColumnKind::Omitted) continue;
+        std::string const reason = kind == ColumnKind::Number
+                                       ? form_->fault(field, row[index].number)
+                                       : form_->fault(field, row[index].text.text());
+        if (!reason.empty()) return name + " " + reason;
+        ++field;
+    }
+    return std::nullopt;
+}
+
+void ResultFile::write(Row const &row) {
+    writeLine([this, &row](std::size_t field, std::size_t column) {
+        if (columns_[column].kind == ColumnKind::Number)
+            form_->write(field, row[column].number);
+        else
+            form_->write(field, row[column].text);
+    });
+}
+
+// Calls `writeField` with the numbers of each field and its column, which isn't omitted, and ends
+// the line.
 template <typename WriteField>
 void ResultFile::writeLine(WriteField writeField) {
     try {
-        for (std::size_t index = 0; index < columns_.size(); ++index)
-            if (columns_[index].kind != ColumnKind::Omitted) writeField(index);
-        file_.nextline();
+        std::size_t field = 0;
+        for (std::size_t column = 0; column < columns_.size(); ++column)
+            if (columns_[column].kind != ColumnKind::Omitted) writeField(field++, column);
+        form_->endLine();
     } catch (TQCSVOutput::Failure const &) {
-        throw writeError(path_);
+        // Carries no text: what it means shows in the state.
     }
+    check();
+}
+
+// Throws if the file hasn't taken what was written.
+void ResultFile::check() const {
+    if (form_->hasFailed()) throw systemError("can't write " + quoted(path_), errno);
 }
 
 void ResultFile::finish() {
-    file_.close();  // what is left goes out now, and may find the disk full
-    if (file_.fail()) throw writeError(path_);
+    form_->close();  // what is left goes out now, and may find the disk full
+    check();
     place_.keep();
 }
 

@@ -1,16 +1,16 @@
 #pragma once
 
-// Reads the rows of the input, strictly. The library's reads are lenient: a number may have
-// anything behind it, an empty field is 0, an empty first field isn't seen, quotes protect nothing.
-// A line on which that would matter is refused with a reason.
+// Reads the rows of the input, strictly: a number may have nothing behind it, and a field of
+// numbers may not be empty. A line that isn't so is refused with a reason.
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "Column.h"
-#include "LineReader.h"
 #include "Options.h"
+#include "RowSource.h"
 
 namespace messwerk {
 
@@ -27,23 +27,20 @@ class RowReader {
     /// the row's values mean nothing, or nothing.
     std::optional<std::string> readRow();
 
-    long lineNumber() const { return lines_.number(); }
+    long lineNumber() const { return source_->number(); }
     long blankLines() const { return blankLines_; }
 
     /// What part of the file has been read, 0 to 1; nothing if its size isn't known.
     std::optional<double> partRead();
 
   private:
-    std::string formFault(char const *line);
-    std::string countFault(char const *line);
+    std::string formFault();
     std::string readField(std::size_t index);
 
     std::vector<Column> columns_;
-    char separator_;
     Row &row_;
-    LineReader lines_;
+    std::unique_ptr<RowSource> source_;
     LineKind kind_ = LineKind::End;
-    bool lastIsEmpty_ = false;  ///< the line ends with the separator of a last field without text
     long blankLines_ = 0;
 };
 

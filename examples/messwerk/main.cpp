@@ -1,4 +1,4 @@
-// messwerk: reads a separated file of measurements, checks every number, adds computed columns,
+// messwerk: reads a file of measurements, checks every number, adds computed columns,
 // writes the result and sums it up. It shows an application on the library's record classes and
 // its calculator, and what such an application has to see to itself.
 
@@ -75,6 +75,7 @@ void processRows(Options const &options, RowReader &reader, Row &row, Summary &s
         std::optional<std::string> refusal = reader.readRow();
         if (!refusal) refusal = expressions.evaluate();
         if (!refusal) refusal = limits.check(row);
+        if (!refusal) refusal = result.fault(row);
         if (refusal) {
             expressions.refuse();
             summary.refuse(reader.lineNumber(), *refusal);

@@ -377,6 +377,40 @@ TEST_F(Messwerk, AFailedRunSaysWhyAndLeavesTheOldResult) {
     EXPECT_EQ(std::distance(begin(entries), end(entries)), 7) << "something is left over";
 }
 
+TEST_F(Messwerk, ReadsAndWritesEachForm) {
+    std::string const columns = "Columns=name:text,n,-,x\n";
+    std::string const input = "[Input]\nFile=in\nHeaderLines=0\n" + columns;
+    struct Row {
+        std::string profile, content, result, refusal;
+    } const rows[] = {
+        {"Form=text\n[Output]\nFile=out\n", "ab 1 - 2.5\n  c=3 = - 4\n",
+         "\"name\";\"n\";\"x\";\n\"ab\";1.;2.5;\n\"c\";3.;4.;\n", ""},
+        {"Form=text\n[Output]\nFile=out\nForm=text\n", "ab 1 - 2.5\na 1 2\n\"a\" 1 - 2\n",
+         "name n x \nab 1. 2.5 \n", "line 2: 3 fields instead of 4"},
+        {"[Output]\nFile=out\nForm=text\n", "a;1;-;2\na b;1;-;2\n", "name n x \na 1. 2. \n",
+         "line 2: name can't be written: there is \" \" in \"a b\""},
+        {"Form=columns\nLayout=A3 I2 X1 A1 F5.2\n[Output]\nFile=out\n",
+         "ab  1 - 2.50\nx   2 -     \nlon 3 -12345\ny   1 -  2.5\r\n",
+         "\"name\";\"n\";\"x\";\n\"ab\";1.;2.5;\n\"lon\";3.;12345.;\n\"y\";1.;2.5;\n",
+         "line 2: x is empty"},
+        {"[Output]\nFile=out\nForm=columns\nLayout=X1 A3, I2 f6.2\n",
+         "a;1;;-2.5\nabcd;1;;2\na;1.5;;2\na;100;;2\na;1;;9999\n", " nam n     x\n a   1 -2.50\n",
+         "line 5: x has no room in the field F6.2"},
+    };
+    for (auto const &row : rows) {
+        folder_.write("in", row.content);
+        folder_.write("p.ini", input + row.profile);
+        EXPECT_EQ(run({"p.ini"}), 0) << err_;
+        EXPECT_EQ(folder_.read("out"), row.result) << row.profile << out_;
+        EXPECT_TRUE(says(row.refusal)) << out_;
+    }
+    for (char const *bad : {"Form=csv", "Form=columns", "Form=columns\nLayout=A3 A2 A1 F5.2",
+                            "Layout=A3 Q2", "Layout=F5.5", "Layout=A0", "Layout=I99999"}) {
+        folder_.write("p.ini", input + bad + "\n[Output]\nFile=out\n");
+        EXPECT_EQ(run({"p.ini"}), 2) << bad;
+    }
+}
+
 TEST_F(Messwerk, ReplacesTheFileBehindALinkAndKeepsItsPermissions) {
     folder_.write("a\\b.csv", "h\n1\n");
     chmod(folder_.write("old.csv", "old").c_str(), 0640);
