@@ -22,10 +22,10 @@ std::optional<std::string> ResultFile::fault(Row const &row) const {
     for (std::size_t index = 0; index < columns_.size(); ++index) {
         auto const &[name, kind, momentForm] = columns_[index];
         if (kind == ColumnKind::Omitted) continue;
-        std::string const reason = kind == ColumnKind::Number
-                                       ? form_->fault(field, row[index].number)
-                                       : form_->fault(field, row[index].text.text());
-        if (!reason.empty()) return name + " " + reason;
+        std::string reason = kind == ColumnKind::Number
+                                 ? form_->fault(field, row[index].number)
+                                 : form_->fault(field, row[index].text.text());
+        if (!reason.empty()) return reason.insert(0, name + " ");
         ++field;
     }
     return std::nullopt;

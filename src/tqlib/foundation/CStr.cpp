@@ -57,7 +57,7 @@ CStr::CStr(CString const &text, unsigned short capacity)
     : CStr(static_cast<char const *>(text), capacity) {}
 
 CStr &CStr::operator=(CStr const &other) noexcept {
-    if (record_ != other.record_) adopt(share(other.record_));
+    if (this != &other) adopt(share(other.record_));
     return *this;
 }
 
