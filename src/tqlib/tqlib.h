@@ -2,6 +2,7 @@
 
 // Every public class of the library.
 
+#include "tqlib/bitmap/CDib.h"
 #include "tqlib/calc/TQComplex.h"
 #include "tqlib/calc/TQHpBefehl.h"
 #include "tqlib/calc/TQHpCalculator.h"

@@ -16,6 +16,8 @@ CRuntimeClass const *CObject::GetRuntimeClass() const {
     return &classCObject;
 }
 
+void CObject::Serialize(CArchive & /*archive*/) {}
+
 bool CObject::IsKindOf(CRuntimeClass const *runtimeClass) const {
     return GetRuntimeClass()->IsDerivedFrom(runtimeClass);
 }

@@ -2,6 +2,7 @@
 
 #include "tqplatform/runtime/Export.h"
 
+class CArchive;
 class CObject;
 
 /// What the framework knows of a class at run time. Records are static; the framework keeps
@@ -27,6 +28,9 @@ class TQPLATFORM_API CObject {
 
     /// The record of the object's class.
     virtual CRuntimeClass const *GetRuntimeClass() const;
+
+    /// Stores the object's content in an archive or loads it. This class has none.
+    virtual void Serialize(CArchive &archive);
 
     /// True if the object is of `runtimeClass` or of a class derived from it.
     bool IsKindOf(CRuntimeClass const *runtimeClass) const;

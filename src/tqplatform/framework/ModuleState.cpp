@@ -18,14 +18,19 @@ CDynLinkLibrary::~CDynLinkLibrary() {
     AfxGetModuleState()->unlink(this);
 }
 
-tqplatform::Resource const *AFX_MODULE_STATE::findResource(tqplatform::ResourceKind kind,
-                                                           unsigned int id) const {
+HINSTANCE AFX_MODULE_STATE::findModule(tqplatform::ResourceKind kind, unsigned int id) const {
     for (CDynLinkLibrary const *library = libraries; library != nullptr; library = library->next_) {
-        if (library->module_ == nullptr) continue;
-        auto const *resource = tqplatform::findResource(*library->module_, kind, id);
-        if (resource != nullptr) return resource;
+        HINSTANCE const module = library->module_;
+        if (module != nullptr && tqplatform::findResource(*module, kind, id) != nullptr)
+            return module;
     }
     return nullptr;
+}
+
+tqplatform::Resource const *AFX_MODULE_STATE::findResource(tqplatform::ResourceKind kind,
+                                                           unsigned int id) const {
+    HINSTANCE const module = findModule(kind, id);
+    return module == nullptr ? nullptr : tqplatform::findResource(*module, kind, id);
 }
 
 CRuntimeClass const *AFX_MODULE_STATE::findClass(char const *name) const {
@@ -60,6 +65,10 @@ void AFX_MODULE_STATE::deleteLinks(HINSTANCE module) {
 
 AFX_MODULE_STATE *AfxGetModuleState() {
     return &moduleState;
+}
+
+HINSTANCE AfxFindResourceHandle(unsigned int id, unsigned int kind) {
+    return moduleState.findModule(static_cast<tqplatform::ResourceKind>(kind), id);
 }
 
 int AfxInitExtensionModule(AFX_EXTENSION_MODULE &record, HINSTANCE module) {

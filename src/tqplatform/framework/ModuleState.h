@@ -49,6 +49,9 @@ struct TQPLATFORM_API AFX_MODULE_STATE {
     /// that are linked are looked at, the one that was linked first ahead of the others.
     tqplatform::Resource const *findResource(tqplatform::ResourceKind kind, unsigned int id) const;
 
+    /// The first module along the chain that has such a resource, or null.
+    HINSTANCE findModule(tqplatform::ResourceKind kind, unsigned int id) const;
+
     /// The registered class named `name`, or null.
     CRuntimeClass const *findClass(char const *name) const;
 
@@ -63,6 +66,9 @@ struct TQPLATFORM_API AFX_MODULE_STATE {
 
 /// The process's module state.
 TQPLATFORM_API AFX_MODULE_STATE *AfxGetModuleState();
+
+/// The first module along the chain that has the resource `id` of a kind, or null.
+TQPLATFORM_API HINSTANCE AfxFindResourceHandle(unsigned int id, unsigned int kind);
 
 /// Initialises `record` for `module`. The result is 1, or 0 if `module` is null: the record is
 /// untouched then and the module can't be used. A record that is initialised already stays so.

@@ -7,11 +7,13 @@
 #include <chrono>
 #include <limits>
 
+#include "tqplatform/kernel/FileHandle.h"
 #include "tqplatform/runtime/HostPath.h"
 #include "tqplatform/runtime/SystemCalls.h"
 
 namespace {
 
+using tqplatform::FileHandle;
 using tqplatform::systemCalls;
 
 using Ticks = std::chrono::duration<std::int64_t, std::ratio<1, 10'000'000>>;
@@ -20,24 +22,6 @@ constexpr auto ticksToHostEpoch =
     std::chrono::duration_cast<Ticks>(std::chrono::sys_days{} - epoch).count();
 constexpr std::int64_t ticksOfSecond = Ticks::period::den;
 constexpr int firstYear = 1601, lastYear = 30827;
-
-class FileHandle final : public tqplatform::Handle {
-  public:
-    explicit FileHandle(int descriptor) : descriptor_(descriptor) {}
-    FileHandle(FileHandle const &) = delete;
-    FileHandle &operator=(FileHandle const &) = delete;
-    ~FileHandle() override { systemCalls.close(descriptor_); }
-
-    int descriptor() const { return descriptor_; }
-
-  private:
-    int descriptor_;
-};
-
-int descriptorOf(HANDLE file) {
-    auto const *const handle = dynamic_cast<FileHandle const *>(file);
-    return handle == nullptr ? -1 : handle->descriptor();
-}
 
 FILETIME fileTime(std::int64_t ticks) {
     auto const bits = static_cast<std::uint64_t>(ticks);
@@ -75,12 +59,12 @@ HANDLE OpenFile(char const *path, unsigned int mode) {
     if (mode != OF_READ) return nullptr;
     int const descriptor =
         tqplatform::openFile(tqplatform::toHostPath(path).c_str(), O_RDONLY | O_NONBLOCK, 0);
-    return descriptor < 0 ? nullptr : new FileHandle(descriptor);
+    return descriptor < 0 ? nullptr : new FileHandle(tqplatform::Descriptor(descriptor));
 }
 
 int GetFileTime(HANDLE file, FILETIME *created, FILETIME *accessed, FILETIME *written) {
     struct stat status {};
-    if (systemCalls.status(descriptorOf(file), &status) != 0) return 0;
+    if (systemCalls.status(FileHandle::descriptorOf(file), &status) != 0) return 0;
     if (created != nullptr) *created = {};
     if (accessed != nullptr) *accessed = fromHost(status.st_atim);
     if (written != nullptr) *written = fromHost(status.st_mtim);
@@ -90,7 +74,7 @@ int GetFileTime(HANDLE file, FILETIME *created, FILETIME *accessed, FILETIME *wr
 int SetFileTime(HANDLE file, FILETIME const * /*created*/, FILETIME const *accessed,
                 FILETIME const *written) {
     timespec const times[] = {toHost(accessed), toHost(written)};
-    return systemCalls.setTimes(descriptorOf(file), times) == 0 ? 1 : 0;
+    return systemCalls.setTimes(FileHandle::descriptorOf(file), times) == 0 ? 1 : 0;
 }
 
 int FileTimeToSystemTime(FILETIME const *time, SYSTEMTIME *result) {

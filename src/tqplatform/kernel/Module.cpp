@@ -12,3 +12,16 @@ Resource const *findResource(Module const &module, ResourceKind kind, unsigned i
 }
 
 }  // namespace tqplatform
+
+HRSRC FindResourceA(HINSTANCE module, unsigned int id, unsigned int kind) {
+    if (module == nullptr) return nullptr;
+    return tqplatform::findResource(*module, static_cast<tqplatform::ResourceKind>(kind), id);
+}
+
+void const *LoadResource(HINSTANCE /*module*/, HRSRC resource) {
+    return resource == nullptr ? nullptr : resource->data;
+}
+
+std::size_t SizeofResource(HINSTANCE /*module*/, HRSRC resource) {
+    return resource == nullptr ? 0 : resource->size;
+}

@@ -39,6 +39,20 @@ TQPLATFORM_API Resource const *findResource(Module const &module, ResourceKind k
 /// The handle of a module.
 using HINSTANCE = tqplatform::Module const *;
 
+/// The handle of a resource; null is none.
+using HRSRC = tqplatform::Resource const *;
+
+/// The number of the bitmaps among the kinds of resources.
+inline constexpr unsigned int RT_BITMAP = 2;
+
+/// The resource of `kind` with the number `id` in `module`, or null.
+TQPLATFORM_API HRSRC FindResourceA(HINSTANCE module, unsigned int id, unsigned int kind);
+
+/// The bytes of a resource, which live as long as the module, and their number; null and 0 for
+/// null.
+TQPLATFORM_API void const *LoadResource(HINSTANCE module, HRSRC resource);
+TQPLATFORM_API std::size_t SizeofResource(HINSTANCE module, HRSRC resource);
+
 /// Reasons for which a module's entry function is called.
 inline constexpr unsigned int DLL_PROCESS_DETACH = 0;
 inline constexpr unsigned int DLL_PROCESS_ATTACH = 1;

@@ -1,6 +1,8 @@
 #include "tqplatform/runtime/SystemCalls.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
+#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -15,6 +17,10 @@ int openWithMode(char const *path, int flags, mode_t mode) {
 }
 int renameWith(char const *from, char const *to, unsigned int flags) {
     return ::renameat2(AT_FDCWD, from, AT_FDCWD, to, flags);
+}
+void *mapShared(int descriptor, std::size_t size) {
+    void *const view = ::mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED, descriptor, 0);
+    return view == MAP_FAILED ? nullptr : view;
 }
 ssize_t copyRange(int source, int target, std::size_t count) {
     return ::copy_file_range(source, nullptr, target, nullptr, count, 0);
@@ -37,6 +43,9 @@ constinit SystemCalls systemCalls{
     .setMode = ::fchmod,
     .setOwner = ::fchown,
     .setTimes = ::futimens,
+    .lock = ::flock,
+    .reserve = ::posix_fallocate,
+    .map = mapShared,
     .access = ::access,
     .rename = renameWith,
     .remove = ::unlink,

@@ -29,6 +29,9 @@ struct SystemCalls {
     int (*setMode)(int descriptor, mode_t mode);                 // fchmod
     int (*setOwner)(int descriptor, uid_t user, gid_t group);    // fchown
     int (*setTimes)(int descriptor, timespec const times[2]);    // futimens
+    int (*lock)(int descriptor, int operation);                  // flock
+    int (*reserve)(int descriptor, off_t offset, off_t count);   // posix_fallocate
+    void *(*map)(int descriptor, std::size_t size);  // mmap, shared, for writing; null if it fails
     int (*access)(char const *path, int mode);
     int (*rename)(char const *from, char const *to, unsigned int flags);  // renameat2
     int (*remove)(char const *path);                                      // unlink
