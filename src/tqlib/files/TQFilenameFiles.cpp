@@ -40,7 +40,11 @@ class CopyTarget {
   public:
     /// Opens the file and leaves its content alone.
     explicit CopyTarget(std::string path) : path_(std::move(path)) {
+        bool const isOther =
+            systemCalls.statusOf(path_.c_str(), &status_) == 0 && !S_ISREG(status_.st_mode);
         for (int const flags : {O_RDWR, O_WRONLY, O_WRONLY | O_CREAT | O_EXCL}) {
+            // A pipe that is open for reading as well would lose what goes into it.
+            if (isOther && flags == O_RDWR) continue;
             file_ = Descriptor(openFile(path_.c_str(), flags, classic::filebuf::openprot));
             made_ = file_.isOpen() && (flags & O_CREAT) != 0;
             if (file_.isOpen()) break;
@@ -92,10 +96,10 @@ class CopyTarget {
 };
 
 // Starts the program of the setting `key` with `arguments` and waits for its end.
-int startProgram(char const *key, std::string const &arguments) {
+int startProgram(char const *key, char const *arguments) {
     std::unique_ptr<char, decltype(&std::free)> const program(getLibrarySetting(key), &std::free);
     if (program == nullptr) return 1;
-    std::string const command = program.get() + (' ' + arguments);
+    std::string const command = std::string(program.get()) + ' ' + arguments;
     if (command.size() >= commandRoom) return -1;
     return TQExecute(TQString(command.c_str())).start(TQExecute::startAndWait);
 }
@@ -108,13 +112,13 @@ unsigned long secondsOfDay() {
     return static_cast<unsigned long>(seconds);
 }
 
-// What stands in front of the names of temporary files.
-TQString temporaryPrefix() {
+// What stands in front of the names of temporary files; nothing if no folder can be told.
+std::optional<TQString> temporaryPrefix() {
     std::unique_ptr<char, decltype(&std::free)> const setting(getLibrarySetting("PATH"),
                                                               &std::free);
-    if (setting != nullptr) return setting.get();
+    if (setting != nullptr) return TQString(setting.get());
     char folder[folderRoom];
-    if (_getcwd(folder, folderRoom) == nullptr) folder[0] = '\0';
+    if (_getcwd(folder, folderRoom) == nullptr) return std::nullopt;
     return TQString(folder) + "\\";
 }
 
@@ -135,16 +139,47 @@ std::optional<SYSTEMTIME> timeOf(FileHandle const &file) {
     return known ? std::optional(moment) : std::nullopt;
 }
 
+bool isSameTimeOfDay(SYSTEMTIME const &one, SYSTEMTIME const &other) {
+    return one.wHour == other.wHour && one.wMinute == other.wMinute &&
+           one.wSecond == other.wSecond && one.wMilliseconds == other.wMilliseconds;
+}
+
+// Systems store the nearest time that they know. Some know even seconds only.
+bool isStored(SYSTEMTIME const &wanted, SYSTEMTIME const &found) {
+    return wanted.wYear == found.wYear && wanted.wMonth == found.wMonth &&
+           wanted.wDay == found.wDay && wanted.wHour == found.wHour &&
+           wanted.wMinute == found.wMinute;
+}
+
+// Gives an open file the time of `moment`. What the old time has below a thousandth belongs to the
+// time of day.
+bool setTime(FileHandle const &file, SYSTEMTIME const &old, SYSTEMTIME const &moment) {
+    constexpr std::uint32_t ticksOfThousandth = 10000;
+    FILETIME before, truncated, written;
+    if (GetFileTime(file.get(), nullptr, nullptr, &before) == 0 ||
+        SystemTimeToFileTime(&old, &truncated) == 0 || SystemTimeToFileTime(&moment, &written) == 0)
+        return false;
+    std::uint32_t const rest = before.dwLowDateTime - truncated.dwLowDateTime;
+    if (isSameTimeOfDay(old, moment) && rest < ticksOfThousandth) {
+        written.dwLowDateTime += rest;
+        written.dwHighDateTime += written.dwLowDateTime < rest;
+    }
+    if (SetFileTime(file.get(), nullptr, nullptr, &written) == 0) return false;
+    auto const found = timeOf(file);
+    if (found && isStored(moment, *found)) return true;
+    SetFileTime(file.get(), nullptr, nullptr, &before);
+    return false;
+}
+
 // Lets `change` change the time of the last change; 0, or -1 if that can't be.
 template <typename Function>
 int changeTime(char const *path, Function change) {
-    FileHandle const file = openHandle(path);
-    auto moment = timeOf(file);
-    FILETIME written;
-    bool const changed = moment && change(*moment) &&
-                         SystemTimeToFileTime(&*moment, &written) != 0 &&
-                         SetFileTime(file.get(), nullptr, nullptr, &written) != 0;
-    return changed ? 0 : -1;
+    FileHandle file = openHandle(path);
+    if (file == nullptr) file.reset(OpenFile(path, OF_WRITE));
+    auto const old = timeOf(file);
+    if (!old) return -1;
+    SYSTEMTIME moment = *old;
+    return change(moment) && setTime(file, *old, moment) ? 0 : -1;
 }
 
 // Stores `value` if it can stand in a moment.
@@ -171,36 +206,40 @@ int TQFilename::remove() {
 }
 
 int TQFilename::copy(TQString const &target) const {
-    CopyTarget to(toHostPath(TQFilename(target).text()));
+    bool const exists = access(0) == 0;  // before the target is made, which may be the same
+    CopyTarget to(toHostPath(static_cast<char const *>(TQFilename(target))));
     if (!to.isOpen()) return noTarget;
-    if (access(0) != 0) return noSource;
-    Descriptor const from(openFile(toHostPath(text()).c_str(), O_RDONLY, 0));
+    if (!exists) return noSource;
+    char const *const path = *this;
+    Descriptor const from(openFile(toHostPath(path).c_str(), O_RDONLY, 0));
     struct stat status {};
     if (!from.isOpen() || systemCalls.status(from.number(), &status) != 0) return unreadableSource;
     return to.isFile(status) ? noTarget : to.take(from.number());
 }
 
 int TQFilename::print(TQString const &printer) {
-    std::string const device(printer.IsEmpty() ? "PRN:" : printer.text());
-    return startProgram("PRINT", std::string(text()) + ' ' + device);
+    char const *const path = *this;
+    char const *const device = printer.IsEmpty() ? "PRN:" : static_cast<char const *>(printer);
+    return startProgram("PRINT", (std::string(path) + ' ' + device).c_str());
 }
 
 int TQFilename::edit() {
-    return startProgram("EDIT", std::string(text()));
+    return startProgram("EDIT", *this);
 }
 
 int TQFilename::view() {
-    return startProgram("VIEW", std::string(text()));
+    return startProgram("VIEW", *this);
 }
 
 // A name that exists makes the opening fail, also if another program takes it in this very moment.
 int TQFilename::makeTemp() {
-    TQFilename const prefix(temporaryPrefix());
+    auto const prefix = temporaryPrefix();
+    if (!prefix) return 1;
     unsigned long const first = secondsOfDay() * namesPerSecond;
     for (int i = 0; i < mostNames; ++i) {
         char number[2 * sizeof first + 1];
         std::snprintf(number, sizeof number, "%lX", first + static_cast<unsigned long>(i));
-        *this = prefix;
+        *this = TQFilename(*prefix);
         *this += number;
         Descriptor const file(openFile(toHostPath(text()).c_str(), O_WRONLY | O_CREAT | O_EXCL,
                                        classic::filebuf::openprot));

@@ -56,9 +56,9 @@ std::uint16_t word(auto value) {
 }  // namespace
 
 HANDLE OpenFile(char const *path, unsigned int mode) {
-    if (mode != OF_READ) return nullptr;
-    int const descriptor =
-        tqplatform::openFile(tqplatform::toHostPath(path).c_str(), O_RDONLY | O_NONBLOCK, 0);
+    if (mode != OF_READ && mode != OF_WRITE) return nullptr;
+    int const flags = (mode == OF_READ ? O_RDONLY : O_WRONLY) | O_NONBLOCK;
+    int const descriptor = tqplatform::openFile(tqplatform::toHostPath(path).c_str(), flags, 0);
     return descriptor < 0 ? nullptr : new FileHandle(tqplatform::Descriptor(descriptor));
 }
 

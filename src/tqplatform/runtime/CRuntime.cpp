@@ -46,28 +46,45 @@ char *_getcwd(char *buffer, int size) {
 namespace tqplatform {
 namespace {
 
-// One file under two names, or under one.
-bool areSame(char const *one, char const *other) {
-    struct stat first {
-    }, second{};
-    return systemCalls.statusOf(one, &first) == 0 && systemCalls.statusOf(other, &second) == 0 &&
-           first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+/// Where a path leads: a name in a folder.
+struct Entry {
+    std::string folder, name;
+
+    explicit Entry(std::string path) {
+        while (path.size() > 1 && path.back() == '/')
+            path.pop_back();
+        std::size_t const length = path.rfind('/') + 1;  // 0 without a slash
+        folder = length == 0 ? "." : path.substr(0, length);
+        name = path.substr(length);
+    }
+
+    bool operator==(Entry const &other) const {
+        struct stat own {
+        }, its{};
+        return name == other.name && systemCalls.statusOf(folder.c_str(), &own) == 0 &&
+               systemCalls.statusOf(other.folder.c_str(), &its) == 0 && own.st_dev == its.st_dev &&
+               own.st_ino == its.st_ino;
+    }
+};
+
+// Also a link that leads nowhere is there.
+bool isThere(char const *path) {
+    char target[1];
+    return systemCalls.access(path, F_OK) == 0 ||
+           systemCalls.readLink(path, target, sizeof target) >= 0;
 }
 
 }  // namespace
 
 int renameFile(char const *from, char const *to) {
     std::string const source = toHostPath(from), target = toHostPath(to);
-    if (areSame(source.c_str(), target.c_str()))
-        return systemCalls.rename(source.c_str(), target.c_str(), 0);
     int const result = systemCalls.rename(source.c_str(), target.c_str(), RENAME_NOREPLACE);
-    bool const unknown = result != 0 && (errno == EINVAL || errno == ENOSYS);
-    if (!unknown) return result;
-    // A file system that can't do both in one step.
-    if (systemCalls.access(target.c_str(), F_OK) != 0)
-        return systemCalls.rename(source.c_str(), target.c_str(), 0);
-    errno = EEXIST;
-    return -1;
+    if (result == 0) return 0;
+    if (errno == EEXIST) return Entry(source) == Entry(target) ? 0 : -1;
+    if (errno != EINVAL && errno != ENOSYS) return -1;
+    // A file system that can't look and rename in one step.
+    if (isThere(target.c_str())) return Entry(source) == Entry(target) ? 0 : -1;
+    return systemCalls.rename(source.c_str(), target.c_str(), 0);
 }
 
 }  // namespace tqplatform

@@ -29,7 +29,8 @@ TQPLATFORM_API char *_getcwd(char *buffer, int size);
 namespace tqplatform {
 
 /// The platform's rename(): gives the file `from` the name `to`; 0, or -1 if that can't be. Unlike
-/// the host's it never replaces a file: another one named `to` makes it fail.
+/// the host's it never replaces anything: whatever else has the name `to`, a link or a further name
+/// of the same file included, makes it fail.
 TQPLATFORM_API int renameFile(char const *from, char const *to);
 
 }  // namespace tqplatform

@@ -159,10 +159,19 @@ bool FileReplacement::commit(Safety safety) {
         bool const flushed = flush(descriptor(), safety);
         bool const complete = content_.close() && flushed;
         committed = complete && systemCalls.rename(name_.c_str(), path_.c_str(), 0) == 0;
-        if (committed) name_.clear();
+        if (committed)
+            name_.clear();
+        else if (complete && errno == EBUSY)
+            committed = commitFromBeside();
     }
     discard();
     return committed;
+}
+
+// A file that something is mounted on keeps its place.
+bool FileReplacement::commitFromBeside() {
+    content_ = Descriptor(openFile(name_.c_str(), O_RDONLY, 0));
+    return isOpen() && commitInPlace();
 }
 
 // If the new content can't be written the old one is put back.

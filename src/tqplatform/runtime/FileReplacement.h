@@ -8,8 +8,8 @@
 //         replacement.commit(Safety::power);
 //
 // The content is written to a file beside the old one, which is then renamed over it. Where that
-// can't be, because the file has several names, its owner can't be kept or the folder can't be
-// written, the content is gathered in a temporary file and copied into the old file, which gets its
+// can't be, because the file has several names or is a mount, its owner can't be kept or the folder
+// can't be written, the content is gathered in a temporary file and copied into the old file, which gets its
 // old content back if something goes wrong.
 
 #include <string>
@@ -59,6 +59,7 @@ class TQPLATFORM_API FileReplacement {
   private:
     bool openBeside();
     bool commitInPlace() const;
+    bool commitFromBeside();
     void discard();
 
     std::string path_;

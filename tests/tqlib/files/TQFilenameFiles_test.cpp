@@ -54,6 +54,23 @@ TEST_F(FileCalls, AccessRenameRemoveSize) {
     EXPECT_EQ(TQFilename().fileSize(), 0u);
 }
 
+TEST_F(FileCalls, RenamingReplacesNothing) {
+    folder_.write("a", "content");
+    std::filesystem::create_symlink("a", folder_.file("link"));
+    std::filesystem::create_symlink("none", folder_.file("dangling"));
+    std::filesystem::create_hard_link(folder_.file("a"), folder_.file("hard"));
+    for (auto const &[from, to] : {std::pair{"link", "a"},
+                                   {"a", "link"},
+                                   {"a", "hard"},
+                                   {"a", "dangling"},
+                                   {"link", "dangling"}})
+        EXPECT_NE(file(from).rename(path(to)), 0) << from << " " << to;
+    EXPECT_EQ(file("link").rename(path("./link")), 0);
+    EXPECT_EQ(folder_.read("a") + folder_.read("link") + folder_.read("hard"),
+              "contentcontentcontent");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder_.file("link")));
+}
+
 TEST_F(FileCalls, CopyTellsWhichFileIsAtFault) {
     std::string const content("a b\r\n\x1A\0\xFF\n", 9);
     TQFilename const a(folder_.write("a", content).c_str());
@@ -75,6 +92,7 @@ TEST_F(FileCalls, CopyTellsWhichFileIsAtFault) {
         {file("none"), "c", 2},
         {file("d"), "c", 3},
         {file("none"), "old", 2},
+        {file("none"), "none", 2},
         {file("none"), "none/b", 1},
     };
     for (auto const &row : rows) {
@@ -189,6 +207,20 @@ TEST_F(FileCalls, TemporaryFiles) {
     EXPECT_EQ(temporary.text().find(folder_.file("none/")), 0u);
 }
 
+TEST_F(FileCalls, TemporaryFilesStandInTheCurrentDirectoryIfNoneIsSet) {
+    auto const here = std::filesystem::current_path();
+    std::filesystem::create_directory(folder_.file("d"));
+    std::filesystem::current_path(folder_.file("d"));
+    TQFilename temporary;
+    EXPECT_EQ(temporary.makeTemp(), 0);
+    EXPECT_EQ(temporary.GetPath().text().rfind("\\d\\") + 3, temporary.GetPath().GetLength());
+    EXPECT_EQ(temporary.remove(), 0);
+    std::filesystem::remove(folder_.file("d"));
+    EXPECT_EQ(temporary.makeTemp(), 1);
+    std::filesystem::current_path(here);
+    EXPECT_EQ(count(), 0u);
+}
+
 std::string momentOf(TQFilename const &file) {
     char text[64];
     TQDate const &date = file.fileDate();
@@ -212,9 +244,11 @@ TEST_F(FileCalls, TheTimeOfTheLastChange) {
     }
     EXPECT_EQ(a.setFileDate(TQDate(29, 2, 2024)), 0);
     EXPECT_EQ(momentOf(a), "2024-2-29 0:0:1");
+    struct stat status {};
+    ASSERT_EQ(stat(folder_.file("a").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mtim.tv_nsec, 999'999'900);
     EXPECT_EQ(a.setFileTime(TQTime(23, 59, 58, 0)), 0);
     EXPECT_EQ(momentOf(a), "2024-2-29 23:59:58");
-    struct stat status {};
     ASSERT_EQ(stat(folder_.file("a").c_str(), &status), 0);
     EXPECT_EQ(status.st_atim.tv_sec, 7);
 
