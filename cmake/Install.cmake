@@ -10,7 +10,7 @@ install(TARGETS tqplatform tqlib EXPORT tqlibTargets
 
 # Headers of internals stay at home, but for those that public headers include.
 set(internal_headers
-  CharacterBlock.h ColumnNumber.h CStr.h CStrPool.h CStrRecord.h Descriptor.h DibMemory.h FileHandle.h FileReplacement.h FormatNumber.h LibraryEntry.h NumberField.h ObjectTable.h Palette.h
+  CharacterBlock.h ColumnNumber.h CStr.h CStrPool.h CStrRecord.h Descriptor.h DibMemory.h FileHandle.h FileReplacement.h FormatNumber.h InformationBitmap.h LibraryEntry.h NumberField.h ObjectTable.h Palette.h
   Resources.h RunLength.h ScanNumber.h SettingsDraft.h SettingsFile.h SettingsReader.h SystemCalls.h TextForm.h TQHpKeywords.h
   TQHpOperations.h TQHpToken.h TQStringStreams.h VersionBlock.h)
 foreach(library IN ITEMS tqplatform tqlib)

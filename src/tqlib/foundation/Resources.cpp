@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "tqlib/foundation/InformationBitmap.h"
 #include "tqlib/foundation/VersionBlock.h"
 
 namespace tqlib::detail {
@@ -30,6 +31,8 @@ constinit Resource const resources[] = {
     text(numberExpected, "Bitte geben Sie eine Zahl ein!"),
     text(yes, "Ja"),
     text(no, "Nein"),
+    {ResourceKind::bitmap, informationBitmapResource, informationBitmap.data(),
+     informationBitmap.size()},
     {ResourceKind::version, versionResource, versionBlock.data(), versionBlock.size()},
 };
 

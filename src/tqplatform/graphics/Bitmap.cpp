@@ -216,7 +216,8 @@ void convertLine(DibView const &picture, std::int32_t y, Order const &order, Con
                  std::uint8_t *target) {
     auto const bytes = static_cast<std::size_t>(lineBytes(order.width, order.bitCount));
     std::uint8_t const *const source = picture.line(y);
-    if (conversion.isSame() && picture.width() == order.width) {
+    bool const isSame = conversion.isSame() && order.bitCount == picture.bitCount();
+    if (isSame && picture.width() == order.width) {
         std::memcpy(target, source, bytes);
         return;
     }

@@ -173,10 +173,13 @@ int StretchDIBits(HDC context, int x, int y, int width, int height, int sourceX,
     DibView const picture(info, bits);
     bool const known = usage == DIB_RGB_COLORS && operation == SRCCOPY;
     if (context == nullptr || !picture.isValid() || !known || width == 0 || height == 0) return 0;
-    // Lines are counted from the bottom in the picture and from the top on the surface.
-    std::int64_t const top = std::int64_t{picture.height()} - sourceY - sourceHeight;
+    // Lines of the picture are counted as they lie, from the bottom as a rule.
+    std::int64_t const wanted = sourceHeight;
+    std::int64_t const sourceLines = picture.isTopDown() ? std::abs(wanted) : wanted;
+    std::int64_t const top =
+        picture.isTopDown() ? sourceY : std::int64_t{picture.height()} - sourceY - wanted;
     Axis const columns(x, width, context->width(), sourceX, sourceWidth, picture.width());
-    Axis const lines(y, height, context->height(), top, sourceHeight, picture.height());
+    Axis const lines(y, height, context->height(), top, sourceLines, picture.height());
     Columns const visible = columnsOf(columns);
     LinePainter const painter(picture, visible);
     (picture.isCompressed() ? drawCompressed : drawPlain)(picture, painter, lines, *context);

@@ -88,6 +88,7 @@ class TQPLATFORM_API DibView {
     std::int32_t height() const { return height_; }
     unsigned int bitCount() const { return bitCount_; }
     bool isCompressed() const { return compressed_; }
+    bool isTopDown() const { return topDown_; }
     std::uint8_t const *bits() const { return bits_; }
     std::uint64_t bitsSize() const { return bitsSize_; }
     RGBQUAD const *colors() const { return colors_; }
