@@ -286,7 +286,8 @@ int giveLines(Bitmap const &bitmap, Order const &order, Conversion &conversion, 
 HBITMAP makeBitmap(BITMAPINFOHEADER const &header, DibView const &picture, bool hasPicture) {
     if (!hasPicture) {
         auto const height = static_cast<std::int32_t>(lineCount(header));
-        return bitmapTable().add(std::make_shared<Bitmap>(header.biWidth, height, 32));
+        std::int32_t const width = header.biWidth;
+        return bitmapTable().add(std::make_shared<Bitmap>(width, height, 32));
     }
     auto bitmap = std::make_shared<Bitmap>(picture.width(), picture.height(), picture.bitCount());
     if (picture.bitCount() <= 8) bitmap->setColors(picture);
@@ -322,7 +323,8 @@ HBITMAP CreateDIBSection(HDC /*context*/, BITMAPINFO const *info, unsigned int u
     DibView const picture(&alone, &alone);
     if (!picture.isValid() || picture.isCompressed()) return nullptr;
     try {
-        auto bitmap = std::make_shared<Bitmap>(header.biWidth, header.biHeight, header.biBitCount);
+        std::int32_t const width = header.biWidth, height = header.biHeight;
+        auto bitmap = std::make_shared<Bitmap>(width, height, unsigned{header.biBitCount});
         if (header.biBitCount <= 8) bitmap->setColors({info, info});
         *bits = bitmap->bits();
         return bitmapTable().add(std::move(bitmap));

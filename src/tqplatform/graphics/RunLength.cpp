@@ -33,7 +33,7 @@ std::size_t firstByte(std::uint64_t marks) {
 
 /// The number of bytes from `first` on that are the same, at most `most`.
 std::size_t runLength(std::uint8_t const *first, std::size_t most) {
-    std::uint64_t const pattern = 0x0101010101010101 * *first;
+    std::uint64_t const pattern = std::uint64_t{0x0101010101010101} * *first;
     std::size_t length = 0;
     for (; length + 8 <= most; length += 8) {
         std::uint64_t const other = loadWord(first + length) ^ pattern;
