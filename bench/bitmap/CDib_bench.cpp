@@ -247,9 +247,8 @@ constexpr auto drawWithTqlib = [](auto take) {
     take(screen.pixel(0, 0));
 };
 
-auto const drawingPicture = Job<std::uint32_t>("draw")
-                                .peer("SDL_BlitScaled", drawWithSdl)
-                                .contender("tqlib", drawWithTqlib);
+auto const drawingPicture =
+    Job<Corner>("draw").peer("SDL_BlitScaled", drawWithSdl).contender("tqlib", drawWithTqlib);
 
 // A file of 1 GB, of which nothing is on the disk but its headers.
 std::string const &hugeFile() {
