@@ -105,19 +105,27 @@ Surface const &colorSurface() {
     return surface;
 }
 
+// Both write over a file that is there: making room for it is the system's work, and takes longer.
+std::string const &savedFile() {
+    static std::string const path = [] {
+        std::string name = temporaryFile("saved.bmp");
+        SDL_SaveBMP(colorSurface().get(), name.c_str());
+        return name;
+    }();
+    return path;
+}
+
 constexpr auto saveWithSdl = [](auto take) {
-    std::string const path = temporaryFile("saved.bmp");
-    SDL_SaveBMP(colorSurface().get(), path.c_str());
-    take(path);
+    SDL_SaveBMP_RW(colorSurface().get(), SDL_RWFromFile(savedFile().c_str(), "r+b"), 1);
+    take(savedFile());
 };
 
 constexpr auto writeWithTqlib = [](auto take) {
-    std::string const path = temporaryFile("saved.bmp");
     {
-        CFile file(path.c_str(), CFile::modeCreate | CFile::modeWrite);
+        CFile file(savedFile().c_str(), CFile::modeWrite);
         colors().Write(&file);
     }
-    take(path);
+    take(savedFile());
 };
 
 /// The picture in a file.

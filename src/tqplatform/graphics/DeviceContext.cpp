@@ -109,15 +109,19 @@ class LinePainter {
             *target++ = color(x);
     }
 
-    // Reads four bytes where the line has them.
+    // Reads four bytes but of the last pixel, which may end the bits. Its columns are at one end.
     void paint24(std::uint8_t const *line, Pixel *target) const {
         std::int32_t const last = picture_.width() - 1;
-        paintEach(target, [=](std::int32_t x) {
-            if (x == last) return valueAt(line, 24, x);
+        std::int32_t const *first = columns_.source.data(), *end = first + columns_.source.size();
+        for (; first != end && *first == last; ++first)
+            *target++ = valueAt(line, 24, last);
+        for (; first != end && end[-1] == last; --end)
+            target[end - first - 1] = valueAt(line, 24, last);
+        for (; first != end; ++first) {
             Pixel value;
-            std::memcpy(&value, line + 3 * static_cast<std::size_t>(x), sizeof value);
-            return value & 0xFFFFFF;
-        });
+            std::memcpy(&value, line + 3 * static_cast<std::size_t>(*first), sizeof value);
+            *target++ = value & 0xFFFFFF;
+        }
     }
 
     DibView const &picture_;
