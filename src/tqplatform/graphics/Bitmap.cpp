@@ -28,8 +28,9 @@ static_assert(offsetof(Info, colors) == offsetof(BITMAPINFO, bmiColors));
 /// A bitmap: an uncompressed picture in memory of its own.
 class Bitmap {
   public:
-    /// A black one. Throws std::bad_alloc.
-    Bitmap(std::int32_t width, std::int32_t height, unsigned int bitCount) {
+    /// A black one, with memory for at least `leastBytes` of bits. Throws std::bad_alloc.
+    Bitmap(std::int32_t width, std::int32_t height, unsigned int bitCount,
+           std::uint32_t leastBytes = 0) {
         info_.header = {sizeof info_.header,
                         width,
                         height,
@@ -41,8 +42,9 @@ class Bitmap {
                         0,
                         0,
                         0};
-        std::uint64_t const size =
+        std::uint64_t const lines =
             lineBytes(width, bitCount) * static_cast<std::uint64_t>(lineCount(info_.header));
+        std::uint64_t const size = std::max<std::uint64_t>(lines, leastBytes);
         if (size > mostBytes) throw std::bad_alloc();
         bits_.reset(static_cast<std::uint8_t *>(std::calloc(size, 1)));
         if (bits_ == nullptr) throw std::bad_alloc();
@@ -324,7 +326,8 @@ HBITMAP CreateDIBSection(HDC /*context*/, BITMAPINFO const *info, unsigned int u
     if (!picture.isValid() || picture.isCompressed()) return nullptr;
     try {
         std::int32_t const width = header.biWidth, height = header.biHeight;
-        auto bitmap = std::make_shared<Bitmap>(width, height, unsigned{header.biBitCount});
+        auto bitmap = std::make_shared<Bitmap>(width, height, unsigned{header.biBitCount},
+                                               std::uint32_t{info->bmiHeader.biSizeImage});
         if (header.biBitCount <= 8) bitmap->setColors({info, info});
         *bits = bitmap->bits();
         return bitmapTable().add(std::move(bitmap));

@@ -20,8 +20,8 @@ struct RGBQUAD {
 };
 static_assert(sizeof(RGBQUAD) == 4);
 
-/// The header of a bitmap, as it stands in files, ahead of the colour table. A file in memory has it
-/// at its byte 14, so that its numbers aren't aligned.
+/// The header of a bitmap, as it stands in files, ahead of the colour table. A file in memory has
+/// it at its byte 14, so that its numbers aren't aligned.
 struct [[gnu::packed, gnu::aligned(2)]] BITMAPINFOHEADER {
     std::uint32_t biSize;  ///< 40
     std::int32_t biWidth;

@@ -64,8 +64,9 @@ TQPLATFORM_API HBITMAP CreateDIBitmap(HDC context, BITMAPINFOHEADER const *heade
                                       unsigned int usage);
 
 /// Makes a bitmap with memory for its bits, which is `bits` then and lives as long as the bitmap;
-/// it is all 0. Null, and null in `bits`, for lack of memory and for what can't be shown,
-/// compressed forms included. `section` and `offset` are null and 0.
+/// it is all 0, and has the bytes that the header tells if those are more. Null, and null in
+/// `bits`, for lack of memory and for what can't be shown, compressed forms included. `section` and
+/// `offset` are null and 0.
 TQPLATFORM_API HBITMAP CreateDIBSection(HDC context, BITMAPINFO const *info, unsigned int usage,
                                         void **bits, void const *section, std::uint32_t offset);
 
