@@ -12,6 +12,7 @@
 #include "FormulaCheck.h"
 #include "Names.h"
 #include "Paths.h"
+#include "Plot.h"
 #include "Profile.h"
 #include "Words.h"
 
@@ -43,6 +44,17 @@ std::vector<Column> parseColumns(char const *text) {
         columns.push_back(parseColumn(description.Trim().text()));
     }
     return columns;
+}
+
+std::vector<std::string> parseNames(char const *text) {
+    std::vector<std::string> names;
+    TQString const list = text;
+    TQString name;
+    for (int at = 0; at != -1;) {
+        at = list.GetToken(name, at, ",", 0);
+        names.emplace_back(name.Trim().text());
+    }
+    return names;
 }
 
 Formula parseFormula(std::string const &text) {
@@ -78,6 +90,14 @@ constexpr Setting settings[] = {
      [](Options &options, std::string const &value) { options.outputForm = parseForm(value); }},
     {nullptr, "Output", "Layout",
      [](Options &options, std::string const &value) { options.outputLayout = parseLayout(value); }},
+    {nullptr, "Plot", "Title",
+     [](Options &options, std::string const &value) { options.plot.title = value; }},
+    {nullptr, "Plot", "Across",
+     [](Options &options, std::string const &value) { options.plot.across = value; }},
+    {nullptr, "Plot", "Columns",
+     [](Options &options, std::string const &value) {
+         options.plot.columns = parseNames(value.c_str());
+     }},
 };
 
 /// What can stand there several times, with a name each time.
@@ -121,6 +141,8 @@ void takeProfile(Options &options) {
     auto const input = profile.value("Input", "File"), output = profile.value("Output", "File");
     options.input = input ? profile.pathOf(*input) : "";
     options.output = output ? profile.pathOf(*output) : "";
+    auto const plot = profile.value("Plot", "File");
+    options.plot.file = plot ? profile.pathOf(*plot) : "";
 }
 
 void takeFile(Options &options, std::vector<std::string> const &words) {
@@ -174,6 +196,7 @@ void check(Options const &options) {
     if (options.columns.empty()) throw UsageError("which columns has the file? Name them with -c");
     checkSeparator(options.separator);
     checkForms(options);
+    checkPlot(options.plot, resultColumns(options));
     checkNamesAndFormulas(options);
 }
 
@@ -259,7 +282,9 @@ char const helpText[] =
     "[Output]. Its files are searched in its folder. The run is put down in [LastRun]. Options\n"
     "count before the profile. It alone can name another form of the input or the output: Form\n"
     "is separated, text (blanks between the fields) or columns (fields of fixed width, which\n"
-    "Layout lists: A6 X2 I5 F10.3 is a text, two blanks, a whole number, three decimals).\n"
+    "Layout lists: A6 X2 I5 F10.3 is a text, two blanks, a whole number, three decimals), or a\n"
+    "picture of the result in [Plot]: its File, a BMP file, its Title, the column Across, and the\n"
+    "Columns that are drawn over it.\n"
     "\n"
     "With the environment variable TQTRACE, or TRACE in [TQ] of the file that TQINI names, the\n"
     "program writes messwerk.log: 0 what was done, 1 the rows refused.\n"

@@ -11,6 +11,14 @@
 
 namespace messwerk {
 
+/// A picture of the result.
+struct PlotOptions {
+    std::string file;                  ///< a BMP file; empty if there is to be none
+    std::string title;                 ///< Windows-1252
+    std::string across;                ///< the column along the horizontal axis
+    std::vector<std::string> columns;  ///< those that are drawn over it
+};
+
 struct Options {
     std::string profile;  ///< its path; empty if there is none
     std::string input;
@@ -24,6 +32,7 @@ struct Options {
     std::vector<Column> columns;    ///< those of the input, in its order
     std::vector<Formula> formulas;  ///< each may use columns and the formulas ahead of it
     std::vector<Limit> limits;
+    PlotOptions plot;
     bool view = false;  ///< the user wants to see the result
     bool help = false;  ///< the user asks for help; the rest isn't set
 };

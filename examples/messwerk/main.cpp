@@ -18,6 +18,7 @@
 #include "Limits.h"
 #include "Options.h"
 #include "Paths.h"
+#include "Plot.h"
 #include "Profile.h"
 #include "Progress.h"
 #include "ResultFile.h"
@@ -65,7 +66,7 @@ TQLogfile openLog() {
 }
 
 // Reads all rows and writes the good ones.
-void processRows(Options const &options, RowReader &reader, Row &row, Summary &summary,
+void processRows(Options const &options, RowReader &reader, Row &row, Summary &summary, Plot &plot,
                  TQLogfile &log) {
     Expressions expressions(options, row);
     Limits const limits(options.limits, resultColumns(options));
@@ -84,6 +85,7 @@ void processRows(Options const &options, RowReader &reader, Row &row, Summary &s
             expressions.accept();
             result.write(row);
             summary.add(row);
+            plot.add(row);
         }
         if (progress.isDue()) progress.show(summary.rows(), reader.partRead());
     }
@@ -108,7 +110,9 @@ void run(Options const &options) {
     Row row(resultColumns(options).size());
     RowReader reader(options, row);
     Summary summary(options);
-    processRows(options, reader, row, summary, log);
+    Plot plot(options);
+    processRows(options, reader, row, summary, plot, log);
+    plot.finish();
     log.printf(0, "%s written: %ld rows read, %ld refused", options.output, summary.rows(),
                summary.refused());
     print(summary, summaryStream(options), reader.blankLines());

@@ -411,6 +411,28 @@ TEST_F(Messwerk, ReadsAndWritesEachForm) {
     }
 }
 
+TEST_F(Messwerk, PlotsColumnsIntoABitmap) {
+    folder_.write("in.csv", "h\n2020-01-01;1;5\n2020-06-01;3;x\n2021-01-01;2;7\n");
+    auto const profile = [&](std::string const &plot) {
+        folder_.write("p.ini",
+                      "[Input]\nFile=in.csv\nColumns=day:iso,a,b\n[Output]\nFile=o.csv\n"
+                      "[Plot]\nFile=p.bmp\n" +
+                          plot);
+        return run({"p.ini"});
+    };
+    EXPECT_EQ(profile("Title=Two days\nAcross=Day\nColumns=a, B\n"), 0) << err_;
+    std::string const picture = folder_.read("p.bmp");
+    EXPECT_EQ(picture.size(), 54u + 4 * 256 + 960 * 540);
+    EXPECT_EQ(picture.substr(0, 2), "BM");
+    auto const has = [&](int color) {  // in its full strength, beyond the colour table
+        return picture.find(static_cast<char>(color), 54 + 4 * 256) != std::string::npos;
+    };
+    EXPECT_TRUE(has(3 * 15) && has(4 * 15) && !has(5 * 15)) << "two series";
+    for (char const *bad : {"Across=none\nColumns=a", "Across=day\nColumns=a,c", "Across=day\n"})
+        EXPECT_EQ(profile(bad), 2) << bad;
+    EXPECT_EQ(profile("Across=day\nColumns=a\nFile=none/p.bmp"), 0);  // the first file counts
+}
+
 TEST_F(Messwerk, ReplacesTheFileBehindALinkAndKeepsItsPermissions) {
     folder_.write("a\\b.csv", "h\n1\n");
     chmod(folder_.write("old.csv", "old").c_str(), 0640);
