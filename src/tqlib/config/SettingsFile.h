@@ -17,15 +17,27 @@ class SettingsFile {
     /// True if the file could be opened.
     bool isOpen() const { return stream_.is_open(); }
 
-    /// Opens the file anew if another one has taken its place since, and sends out what a caller
-    /// has written. False if that can't be.
+    /// Opens the file anew if another one has taken its place since, at the same position, and
+    /// sends out what a caller has written. False if that can't be.
     bool refresh();
 
-    /// The name as it was given, and in the host's form.
+    /// The name as it was given, and as an absolute one in the host's form.
     std::string const &name() const { return name_; }
     std::string const &hostName() const { return hostName_; }
 
-    classic::fstream &stream() { return stream_; }
+    /// The stream. From now on it is that of the present file after every change.
+    classic::fstream &stream() {
+        isHandedOut_ = true;
+        return stream_;
+    }
+
+    /// Goes on with the file that a change has put in place.
+    void settle() {
+        if (isHandedOut_) refresh();
+    }
+
+    /// The stream for the object's own use.
+    classic::fstream &ownStream() { return stream_; }
     int descriptor() const { return stream_.rdbuf()->fd(); }
 
   private:
@@ -37,6 +49,7 @@ class SettingsFile {
     std::string hostName_;
     dev_t device_ = 0;
     ino_t number_ = 0;
+    bool isHandedOut_ = false;
 };
 
 }  // namespace tqlib::detail

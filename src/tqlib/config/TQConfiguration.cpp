@@ -51,7 +51,7 @@ bool TQConfiguration::isReady() {
 // Puts the stream where `reader` stands, in the state in which reading line by line leaves it.
 void TQConfiguration::leaveStreamBehind(SettingsReader const &reader) {
     using classic::ios;
-    classic::fstream &stream = file_->stream();
+    classic::fstream &stream = file_->ownStream();
     stream.clear();
     stream.seekg(reader.end());
     int const end = reader.isAtEnd() ? ios::eofbit | ios::failbit : ios::eofbit;

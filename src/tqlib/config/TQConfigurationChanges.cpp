@@ -46,6 +46,9 @@ class TemporaryFile {
         if (made_) name_.remove();
     }
 
+    /// Leaves the file where it is.
+    void keep() { made_ = false; }
+
     bool isOpen() const { return file_.isOpen(); }
     int descriptor() const { return file_.number(); }
 
@@ -88,6 +91,7 @@ class Change {
 
   private:
     void settle();
+    bool commitBeside();
 
     SettingsFile &file_;
     std::unique_ptr<TemporaryFile> temporary_;  ///< holds the draft, if there is one
@@ -122,10 +126,19 @@ bool Change::commit() {
     if (failed_ || (!draft_.isChanged() && !temporary_)) return !failed_;
     if (draft_.isChanged()) settle();
     if (failed_) return false;
-    if (temporary_->replace(file_)) return true;
+    bool const committed = temporary_->replace(file_) || commitBeside();
+    if (committed) file_.settle();
+    return committed;
+}
+
+// Where the temporary file itself can't take the place. It stays if the old content is lost and the
+// new one couldn't be written.
+bool Change::commitBeside() {
     FileReplacement replacement(file_.hostName(), file_.descriptor());
-    return replacement.isOpen() && draft_.writeTo(replacement.descriptor()) == size_ &&
-           replacement.commit(Safety::power);
+    if (!replacement.isOpen() || draft_.writeTo(replacement.descriptor()) != size_) return false;
+    bool const committed = replacement.commit(Safety::power);
+    if (replacement.isDamaged()) temporary_->keep();
+    return committed;
 }
 
 /// What a step says: as the operations on values do.

@@ -56,7 +56,7 @@ std::uint16_t word(auto value) {
 }  // namespace
 
 HANDLE OpenFile(char const *path, unsigned int mode) {
-    if (mode != OF_READ && mode != OF_WRITE) return nullptr;
+    if (path == nullptr || (mode != OF_READ && mode != OF_WRITE)) return nullptr;
     int const flags = (mode == OF_READ ? O_RDONLY : O_WRONLY) | O_NONBLOCK;
     int const descriptor = tqplatform::openFile(tqplatform::toHostPath(path).c_str(), flags, 0);
     return descriptor < 0 ? nullptr : new FileHandle(tqplatform::Descriptor(descriptor));
@@ -73,6 +73,8 @@ int GetFileTime(HANDLE file, FILETIME *created, FILETIME *accessed, FILETIME *wr
 
 int SetFileTime(HANDLE file, FILETIME const * /*created*/, FILETIME const *accessed,
                 FILETIME const *written) {
+    for (FILETIME const *time : {accessed, written})
+        if (time != nullptr && ticksOf(*time) < 0) return 0;
     timespec const times[] = {toHost(accessed), toHost(written)};
     return systemCalls.setTimes(FileHandle::descriptorOf(file), times) == 0 ? 1 : 0;
 }

@@ -86,9 +86,17 @@ bool areInOneFolder(std::string const &one, std::string const &other) {
             status[0].st_dev == status[1].st_dev && status[0].st_ino == status[1].st_ino);
 }
 
-// True if the file of the status `old` can be replaced by one of another number.
+// True if the file of the status `old` can be replaced by one of another number. One that was
+// deleted has no name left.
 bool isReplaceable(struct stat const &old) {
-    return old.st_nlink == 1;
+    return S_ISREG(old.st_mode) && old.st_nlink <= 1;
+}
+
+// True if a new content can be written over the old one, where somebody finds it.
+bool isOverwritable(int descriptor) {
+    struct stat status {};
+    return systemCalls.status(descriptor, &status) == 0 && S_ISREG(status.st_mode) &&
+           status.st_nlink > 0;
 }
 
 // Gives the file `target` the owner and the mode of the status `old`.
@@ -128,7 +136,7 @@ FileReplacement::FileReplacement(std::string const &path, int like)
     : path_(withoutLinks(path)), like_(like) {
     if (openBeside()) return;
     discard();
-    content_ = makeScratch();
+    if (isOverwritable(like)) content_ = makeScratch();
 }
 
 FileReplacement::~FileReplacement() {
@@ -175,11 +183,11 @@ bool FileReplacement::commitFromBeside() {
 }
 
 // If the new content can't be written the old one is put back.
-bool FileReplacement::commitInPlace() const {
+bool FileReplacement::commitInPlace() {
     Descriptor const backup = makeScratch();
     if (!backup.isOpen() || !overwrite(backup.number(), like_)) return false;
     if (overwrite(like_, descriptor())) return true;
-    overwrite(like_, backup.number());
+    damaged_ = !overwrite(like_, backup.number());
     return false;
 }
 

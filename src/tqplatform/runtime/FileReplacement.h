@@ -41,7 +41,7 @@ class TQPLATFORM_API FileReplacement {
   public:
     /// Prepares to replace the file `path`, in the host's form; links are followed to the file that
     /// they lead to. Owner and mode will be those of `like`, the descriptor of the old file open
-    /// for writing, which has to stay open.
+    /// for writing, which has to stay open. A file that was deleted meanwhile is made again.
     FileReplacement(std::string const &path, int like);
     FileReplacement(FileReplacement const &) = delete;
     FileReplacement &operator=(FileReplacement const &) = delete;
@@ -53,12 +53,16 @@ class TQPLATFORM_API FileReplacement {
     /// Where the new content is to be written, from the beginning on.
     int descriptor() const { return content_.number(); }
 
-    /// Puts the new content in place. If the result is false the file is as it was.
+    /// Puts the new content in place. If the result is false the file is as it was, unless it
+    /// isDamaged().
     bool commit(Safety safety);
+
+    /// True if the file could neither be overwritten nor get its old content back.
+    bool isDamaged() const { return damaged_; }
 
   private:
     bool openBeside();
-    bool commitInPlace() const;
+    bool commitInPlace();
     bool commitFromBeside();
     void discard();
 
@@ -66,6 +70,7 @@ class TQPLATFORM_API FileReplacement {
     std::string name_;  ///< of the file beside; empty if the content goes elsewhere
     int like_;
     Descriptor content_;
+    bool damaged_ = false;
 };
 
 }  // namespace tqplatform

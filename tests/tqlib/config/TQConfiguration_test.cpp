@@ -232,6 +232,37 @@ TEST_F(TQConfiguration_, ObjectsAndCopiesSeeEachOthersChanges) {
     EXPECT_EQ(filesBeside(), 1u);
 }
 
+TEST_F(TQConfiguration_, AnOpenFileIsFollowedWhereverItsNameLeads) {
+    write("[a]\nx=1\n");
+    std::filesystem::create_directory(folder_.file("d"));
+    auto const here = std::filesystem::current_path();
+    std::filesystem::current_path(folder_.file(""));
+    TQConfiguration relative("a.ini");
+    std::filesystem::current_path(folder_.file("d"));
+    EXPECT_EQ(relative.setValue("a", "x", "2"), 0);
+    std::filesystem::current_path(here);
+    EXPECT_TRUE(std::filesystem::is_empty(folder_.file("d")));
+    EXPECT_STREQ(relative.fileName(), "a.ini");
+
+    classic::fstream *const held = relative.stream();
+    EXPECT_EQ(relative.setValue("a", "x", "3"), 0);
+    held->clear();
+    held->seekg(0);
+    char line[20];
+    held->getline(line, sizeof line);
+    held->getline(line, sizeof line);
+    EXPECT_STREQ(line, "x=3");
+    EXPECT_EQ(TQConfiguration(folder_.file("a.ini").c_str()).setValue("a", "y", "4"), 0);
+    EXPECT_EQ(relative.stream()->tellg(), 8);
+
+    std::filesystem::remove(folder_.file("a.ini"));
+    EXPECT_EQ(relative.deleteValue("a", "x"), 0);
+    EXPECT_EQ(read(), "[a]\ny=4\n");
+    std::filesystem::remove_all(folder_.file("d"));
+    EXPECT_EQ(TQConfiguration("/dev/null").newCategorie("a"), 0);
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
+}
+
 // What a file is replaced by keeps mode, links and further names.
 TEST_F(TQConfiguration_, TheFileStaysTheSameForOthers) {
     std::string const path = write("[a]\n"), link = folder_.file("link"), name = folder_.file("b");
