@@ -16,8 +16,31 @@ constexpr std::int64_t endOfFile = std::numeric_limits<std::int64_t>::max();
 
 }  // namespace
 
-SettingsDraft::SettingsDraft(int descriptor)
-    : descriptor_(descriptor), pieces_{Piece{0, endOfFile, {}}} {}
+SettingsDraft::SettingsDraft(int descriptor, Reading reading)
+    : descriptor_(descriptor), pieces_{Piece{0, endOfFile, {}}} {
+    if (reading == Reading::again) readHead();
+}
+
+// A file that can't be read tells so when it is read.
+void SettingsDraft::readHead() {
+    head_.text = std::make_unique_for_overwrite<char[]>(blockSize);
+    ssize_t const got = tqplatform::readFileAt(descriptor_, head_.text.get(), blockSize, 0);
+    head_.size = static_cast<std::size_t>(std::max<ssize_t>(got, 0));
+    struct stat status {};
+    head_.isWhole = got > 0 && tqplatform::systemCalls.status(descriptor_, &status) == 0 &&
+                    S_ISREG(status.st_mode) && status.st_size == static_cast<off_t>(got);
+}
+
+ssize_t SettingsDraft::readFile(std::int64_t offset, char *target, std::size_t count) const {
+    auto const place = static_cast<std::uint64_t>(offset);
+    if (place < head_.size) {
+        std::size_t const part = std::min(count, head_.size - static_cast<std::size_t>(place));
+        std::memcpy(target, head_.text.get() + place, part);
+        return static_cast<ssize_t>(part);
+    }
+    if (head_.isWhole) return 0;
+    return tqplatform::readFileAt(descriptor_, target, count, static_cast<off_t>(offset));
+}
 
 // The piece that begins at `offset`.
 std::vector<SettingsDraft::Piece>::iterator SettingsDraft::cut(std::int64_t offset) {
@@ -52,9 +75,7 @@ ssize_t SettingsDraft::read(std::int64_t offset, char *target, std::size_t count
         }
         auto const most = static_cast<std::size_t>(
             std::min(piece.length - offset, static_cast<std::int64_t>(count)));
-        if (piece.text.empty())
-            return tqplatform::readFileAt(descriptor_, target, most,
-                                          static_cast<off_t>(piece.offset + offset));
+        if (piece.text.empty()) return readFile(piece.offset + offset, target, most);
         return static_cast<ssize_t>(
             piece.text.copy(target, most, static_cast<std::size_t>(offset)));
     }
@@ -91,7 +112,16 @@ std::int64_t SettingsDraft::writeTo(int target) const {
     return readable && good ? written : -1;
 }
 
+// Looks at what was left out of the file as well, which costs nothing but a step more.
+bool SettingsDraft::hasNulInMemory() const {
+    return std::memchr(head_.text.get(), '\0', head_.size) != nullptr ||
+           std::ranges::any_of(pieces_, [](Piece const &piece) {
+               return piece.text.find('\0') != std::string::npos;
+           });
+}
+
 int SettingsDraft::hasNul() const {
+    if (head_.isWhole) return hasNulInMemory() ? 1 : 0;
     int found = 0;
     bool const readable = readAll([&](char const *text, std::size_t count) {
         found = std::memchr(text, '\0', count) != nullptr ? 1 : 0;

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -13,8 +14,13 @@ namespace tqlib::detail {
 /// texts between them.
 class SettingsDraft {
   public:
-    /// The content of the file `descriptor`, which must stay open; its position isn't moved.
-    explicit SettingsDraft(int descriptor);
+    /// How often the content is going to be read. What is read again is kept in memory, as far as
+    /// the first 64 KiB.
+    enum class Reading { once, again };
+
+    /// The content of the file `descriptor`, which must stay open, as it is; its position isn't
+    /// moved.
+    explicit SettingsDraft(int descriptor, Reading reading = Reading::once);
 
     /// Puts `text` in the place of the range from `begin` to `end`, of which at least `begin` must
     /// have been read.
@@ -30,7 +36,8 @@ class SettingsDraft {
     /// of characters, or -1 if that can't be.
     std::int64_t writeTo(int target) const;
 
-    /// 1 if there are NUL characters in the content, 0 if there are none, -1 if it can't be read.
+    /// 1 if there are, or have been, NUL characters in the content, 0 if there are none, -1 if it
+    /// can't be read.
     int hasNul() const;
 
   private:
@@ -40,11 +47,22 @@ class SettingsDraft {
         std::string text;
     };
 
+    /// The beginning of the file.
+    struct Head {
+        std::unique_ptr<char[]> text;
+        std::size_t size = 0;
+        bool isWhole = false;  ///< the file ends there
+    };
+
+    void readHead();
+    bool hasNulInMemory() const;
+    ssize_t readFile(std::int64_t offset, char *target, std::size_t count) const;
     std::vector<Piece>::iterator cut(std::int64_t offset);
     template <typename Take>
     bool readAll(Take take) const;
 
     int descriptor_;
+    Head head_;
     std::vector<Piece> pieces_;  ///< the last one reaches to the end of the file
 };
 

@@ -2,8 +2,10 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <memory>
+#include <utility>
 
 #include "tqplatform/runtime/HostPath.h"
 #include "tqplatform/runtime/SystemCalls.h"
@@ -28,29 +30,51 @@ std::string absolutePath(std::string const &path) {
 
 SettingsFile::SettingsFile(char const *name) : name_(name == nullptr ? "" : name) {
     hostName_ = absolutePath(tqplatform::toHostPath(name_));
-    if (name != nullptr) stream_.open(name, mode);
+    // As a rule the file is there, and is opened faster so.
+    if (name != nullptr) stream_.open(name, mode | ios::nocreate);
+    if (name != nullptr && !stream_) {
+        stream_.clear();
+        stream_.open(name, mode);
+    }
     if (!takeIdentity()) stream_.clear(ios::failbit);
+}
+
+// While nobody has the stream, nobody sees where it stands.
+classic::fstream &SettingsFile::stream() {
+    if (!std::exchange(isHandedOut_, true) && isOpen()) place(position_, state_);
+    return stream_;
+}
+
+void SettingsFile::place(classic::streampos position, int state) {
+    position_ = position;
+    state_ = state;
+    if (!isHandedOut_) return;
+    stream_.clear();
+    stream_.seekg(position);
+    stream_.clear(state);
 }
 
 bool SettingsFile::takeIdentity() {
     struct stat status {};
-    if (!stream_ || systemCalls.status(descriptor(), &status) != 0) return false;
+    descriptor_ = stream_ ? stream_.rdbuf()->fd() : -1;
+    if (!isOpen() || systemCalls.status(descriptor_, &status) != 0) return false;
     device_ = status.st_dev;
     number_ = status.st_ino;
     return true;
 }
 
 bool SettingsFile::reopen() {
-    auto const position = stream_.tellg();
-    int const state = stream_.rdstate();
+    if (isHandedOut_) {
+        position_ = std::max<classic::streampos>(stream_.tellg(), 0);
+        state_ = stream_.rdstate();
+    }
     classic::fstream fresh(hostName_.c_str(), mode);
     // A file that was made read-only meanwhile can still be replaced.
     if (!fresh) fresh = classic::fstream(hostName_.c_str(), readingMode);
     if (!fresh) return false;
     stream_ = fresh;
     if (!takeIdentity()) return false;
-    if (position > 0) stream_.seekg(position);
-    stream_.clear(state);
+    place(position_, state_);
     return true;
 }
 
@@ -58,7 +82,8 @@ bool SettingsFile::refresh() {
     struct stat status {};
     bool const replaced = systemCalls.statusOf(hostName_.c_str(), &status) == 0 &&
                           (status.st_dev != device_ || status.st_ino != number_);
-    return replaced ? reopen() : stream_.rdbuf()->sync() == 0;
+    if (replaced) return reopen();
+    return !isHandedOut_ || stream_.rdbuf()->sync() == 0;
 }
 
 }  // namespace tqlib::detail

@@ -15,7 +15,7 @@ class SettingsFile {
     explicit SettingsFile(char const *name);
 
     /// True if the file could be opened.
-    bool isOpen() const { return stream_.is_open(); }
+    bool isOpen() const { return descriptor_ >= 0; }
 
     /// Opens the file anew if another one has taken its place since, at the same position, and
     /// sends out what a caller has written. False if that can't be.
@@ -25,20 +25,19 @@ class SettingsFile {
     std::string const &name() const { return name_; }
     std::string const &hostName() const { return hostName_; }
 
-    /// The stream. From now on it is that of the present file after every change.
-    classic::fstream &stream() {
-        isHandedOut_ = true;
-        return stream_;
-    }
+    /// The stream, where place() has put it last. From now on it is that of the present file after
+    /// every change.
+    classic::fstream &stream();
+
+    /// Puts the stream at `position`, in `state`.
+    void place(classic::streampos position, int state);
 
     /// Goes on with the file that a change has put in place.
     void settle() {
         if (isHandedOut_) refresh();
     }
 
-    /// The stream for the object's own use.
-    classic::fstream &ownStream() { return stream_; }
-    int descriptor() const { return stream_.rdbuf()->fd(); }
+    int descriptor() const { return descriptor_; }
 
   private:
     bool takeIdentity();
@@ -47,9 +46,12 @@ class SettingsFile {
     classic::fstream stream_;
     std::string name_;
     std::string hostName_;
+    int descriptor_ = -1;  ///< of the stream
     dev_t device_ = 0;
     ino_t number_ = 0;
     bool isHandedOut_ = false;
+    classic::streampos position_ = 0;  ///< for the stream when it is handed out, with its state
+    int state_ = 0;
 };
 
 }  // namespace tqlib::detail

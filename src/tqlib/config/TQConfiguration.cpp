@@ -51,12 +51,9 @@ bool TQConfiguration::isReady() {
 // Puts the stream where `reader` stands, in the state in which reading line by line leaves it.
 void TQConfiguration::leaveStreamBehind(SettingsReader const &reader) {
     using classic::ios;
-    classic::fstream &stream = file_->ownStream();
-    stream.clear();
-    stream.seekg(reader.end());
     int const end = reader.isAtEnd() ? ios::eofbit | ios::failbit : ios::eofbit;
-    if (reader.metEnd()) stream.clear(end);
-    if (reader.failed()) stream.clear(end | ios::badbit);
+    int const state = reader.failed() ? end | ios::badbit : reader.metEnd() ? end : ios::goodbit;
+    file_->place(reader.end(), state);
 }
 
 long TQConfiguration::searchCategorie(char const *category) {

@@ -31,14 +31,15 @@ using tqplatform::FileReplacement;
 using tqplatform::Safety;
 using tqplatform::systemCalls;
 
-/// A temporary file that only its owner can read and that is gone in the end.
+/// A temporary file that nobody can read who can't read another file, and that is gone in the end.
 class TemporaryFile {
   public:
-    TemporaryFile() : made_(name_.makeTemp() == 0) {
+    /// Makes a file for content of the file `like`.
+    explicit TemporaryFile(int like) : made_(name_.makeTemp() == 0) {
         if (!made_) return;
         file_ = Descriptor(
             tqplatform::openFile(tqplatform::toHostPath(name_.text()).c_str(), O_RDWR, 0));
-        if (isOpen() && systemCalls.setMode(descriptor(), ownerOnly) != 0) file_.close();
+        if (isOpen() && !hide(like)) file_.close();
     }
     TemporaryFile(TemporaryFile const &) = delete;
     TemporaryFile &operator=(TemporaryFile const &) = delete;
@@ -62,7 +63,17 @@ class TemporaryFile {
     }
 
   private:
-    static constexpr mode_t ownerOnly = 0600;
+    static constexpr mode_t ownerOnly = 0600, permissions = 0777;
+
+    bool hide(int like) const {
+        struct stat own {
+        }, its{};
+        if (systemCalls.status(like, &its) != 0 || systemCalls.status(descriptor(), &own) != 0)
+            return false;
+        bool const hidden = (own.st_mode & permissions & ~its.st_mode) == 0 &&
+                            own.st_uid == its.st_uid && own.st_gid == its.st_gid;
+        return hidden || systemCalls.setMode(descriptor(), ownerOnly) == 0;
+    }
 
     TQFilename name_;
     bool made_;
@@ -73,7 +84,8 @@ class TemporaryFile {
 /// left. The result is written to a temporary file, and from there to the place of the file.
 class Change {
   public:
-    explicit Change(SettingsFile &file) : file_(file), draft_(file.descriptor()) {}
+    explicit Change(SettingsFile &file)
+        : file_(file), draft_(file.descriptor(), SettingsDraft::Reading::again) {}
 
     /// A reader of what the steps so far have made of the file.
     SettingsReader reader();
@@ -114,7 +126,7 @@ void Change::replace(SettingsReader const &reader, std::int64_t begin, std::int6
 
 // Writes the draft to a new temporary file and goes on from that.
 void Change::settle() {
-    auto next = std::make_unique<TemporaryFile>();
+    auto next = std::make_unique<TemporaryFile>(file_.descriptor());
     size_ = next->isOpen() ? draft_.writeTo(next->descriptor()) : -1;
     failed_ = failed_ || size_ < 0;
     if (failed_) return;
