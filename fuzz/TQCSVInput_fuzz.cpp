@@ -12,19 +12,12 @@
 
 #include "support/Check.h"
 #include "support/CsvReaderModel.h"
-#include "support/Input.h"
-#include "support/NumberLocale.h"
-#include "support/ScratchFile.h"
+#include "support/FileInput.h"
 
 namespace {
 
 constexpr std::size_t longestText = 9192;
 constexpr unsigned long noFileLength = 4294967295;
-
-ScratchFile &scratch() {
-    static ScratchFile file;
-    return file;
-}
 
 template <typename Read>
 bool succeeds(Read read) {
@@ -215,16 +208,8 @@ constexpr Step<Readers> steps[] = {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size) {
-    Input input(data, size);
-    std::string const line = input.text('\n');
-    std::string const content = expanded(input.rest());
-    scratch().write(content);
-
-    Input script(line);
-    NumberLocale const locale(script.take() == ',');
-    unsigned const transfers = script.pick(10);
-    limitTransfers(transfers == 0 ? 1 << 20 : transfers);
-    Readers readers(content, script.take());
-    runScript(readers, script, steps);
+    FileInput input(data, size);
+    Readers readers(input.content(), input.script().take());
+    runScript(readers, input.script(), steps);
     return 0;
 }

@@ -14,17 +14,10 @@
 #include <vector>
 
 #include "support/Check.h"
+#include "support/FileInput.h"
 #include "support/FileModel.h"
-#include "support/Input.h"
-#include "support/NumberLocale.h"
-#include "support/ScratchFile.h"
 
 namespace {
-
-ScratchFile &scratch() {
-    static ScratchFile file;
-    return file;
-}
 
 class Columns {
   public:
@@ -176,17 +169,9 @@ constexpr Step<Columns> steps[] = {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size) {
-    Input input(data, size);
-    std::string const line = input.text('\n');
-    std::string const content = expanded(input.rest());
-    scratch().write(content);
-
-    Input script(line);
-    NumberLocale const locale(script.take() == ',');
-    unsigned const transfers = script.pick(10);
-    limitTransfers(transfers == 0 ? 1 << 20 : transfers);
-    Columns columns(content);
-    runScript(columns, script, steps);
+    FileInput input(data, size);
+    Columns columns(input.content());
+    runScript(columns, input.script(), steps);
     columns.expectSamePlace();
     return 0;
 }

@@ -13,17 +13,10 @@
 #include <vector>
 
 #include "support/Check.h"
+#include "support/FileInput.h"
 #include "support/FileModel.h"
-#include "support/Input.h"
-#include "support/NumberLocale.h"
-#include "support/ScratchFile.h"
 
 namespace {
-
-ScratchFile &scratch() {
-    static ScratchFile file;
-    return file;
-}
 
 /// How one of the targets of texts is read.
 struct TextRules {
@@ -199,17 +192,9 @@ constexpr Step<Reader> steps[] = {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const *data, std::size_t size) {
-    Input input(data, size);
-    std::string const line = input.text('\n');
-    std::string const content = expanded(input.rest());
-    scratch().write(content);
-
-    Input script(line);
-    NumberLocale const locale(script.take() == ',');
-    unsigned const transfers = script.pick(10);
-    limitTransfers(transfers == 0 ? 1 << 20 : transfers);
-    Reader reader(content);
-    runScript(reader, script, steps);
+    FileInput input(data, size);
+    Reader reader(input.content());
+    runScript(reader, input.script(), steps);
     reader.expectSameState();
     return 0;
 }
