@@ -57,10 +57,12 @@ std::vector<Mark> monthMarks(Range const &range, int step) {
 
 std::vector<Mark> dayMarks(Range const &range, int step) {
     std::vector<Mark> marks;
-    for (double day = std::ceil(range.lowest); day <= range.highest; day += step) {
+    int const first = static_cast<int>(std::ceil(range.lowest));
+    for (int day = first; day <= range.highest; day += step) {
         TQDate const date = dateOf(day);
-        marks.push_back({day, std::to_string(date.day()) + "." + std::to_string(date.month()) +
-                                  "." + std::to_string(date.year())});
+        marks.push_back({static_cast<double>(day), std::to_string(date.day()) + "." +
+                                                       std::to_string(date.month()) + "." +
+                                                       std::to_string(date.year())});
     }
     return marks;
 }
@@ -82,9 +84,9 @@ Range rangeOf(double lowest, double highest) {
 std::vector<Mark> numberMarks(Range const &range, int count) {
     double const step = roundStep((range.highest - range.lowest) / count);
     std::vector<Mark> marks;
-    for (double place = std::ceil(range.lowest / step - 1e-9);
-         place * step <= range.highest + step * 1e-9; ++place)
-        marks.push_back({place * step, labelOf(place * step, step)});
+    double const first = std::ceil(range.lowest / step - 1e-9);
+    for (int index = 0; (first + index) * step <= range.highest + step * 1e-9; ++index)
+        marks.push_back({(first + index) * step, labelOf((first + index) * step, step)});
     return marks;
 }
 

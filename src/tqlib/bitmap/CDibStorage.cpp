@@ -83,7 +83,7 @@ Block readTable(CFile &file, BITMAPINFOHEADER const &header, std::uint64_t size)
         if (have == size) return block;
         if (got < part) throw new CException;
         room = std::min(size, 2 * room);
-        Block larger(allocate(static_cast<std::size_t>(infoHeaderSize + room)));
+        Block larger(allocate(infoHeaderSize + room));
         std::memcpy(larger.get(), block.get(), static_cast<std::size_t>(infoHeaderSize + have));
         block = std::move(larger);
     }

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <new>
 
@@ -11,8 +12,9 @@
 namespace tqlib::detail {
 
 /// Memory as bitmaps own it, released with operator delete. Throws std::bad_alloc.
-inline std::uint8_t *allocate(std::size_t size) {
-    return static_cast<std::uint8_t *>(::operator new(size));
+inline std::uint8_t *allocate(std::uint64_t size) {
+    if (size > std::numeric_limits<std::ptrdiff_t>::max()) throw std::bad_alloc();
+    return static_cast<std::uint8_t *>(::operator new(static_cast<std::size_t>(size)));
 }
 
 struct DeleteBlock {

@@ -151,8 +151,8 @@ class TQLIB_API TQFilename : public TQString {
     TQTime &fileTime() const;
 
     /// Set the date, or the time of day, of the last change in UTC; the other half stays. The
-    /// result is 0, or -1 with the old time kept if the file can't be changed, its file system can't
-    /// store the date, or there is no such date or time from year 1601 on.
+    /// result is 0, or -1 with the old time kept if the file can't be changed, its file system
+    /// can't store the date, or there is no such date or time from year 1601 on.
     int setFileDate(TQDate const &date);
     int setFileTime(TQTime const &time);
 

@@ -46,7 +46,7 @@ class Bitmap {
             lineBytes(width, bitCount) * static_cast<std::uint64_t>(lineCount(info_.header));
         std::uint64_t const size = std::max<std::uint64_t>(lines, leastBytes);
         if (size > mostBytes) throw std::bad_alloc();
-        bits_.reset(static_cast<std::uint8_t *>(std::calloc(size, 1)));
+        bits_.reset(static_cast<std::uint8_t *>(std::calloc(static_cast<std::size_t>(size), 1)));
         if (bits_ == nullptr) throw std::bad_alloc();
     }
 

@@ -29,7 +29,8 @@ struct SYSTEMTIME {
 inline constexpr unsigned int OF_READ = 0;
 inline constexpr unsigned int OF_WRITE = 1;
 
-/// Opens the file `path` for reading or for writing; null if that can't be. The caller closes the handle.
+/// Opens the file `path` for reading or for writing; null if that can't be. The caller closes the
+/// handle.
 TQPLATFORM_API HANDLE OpenFile(char const *path, unsigned int mode);
 
 /// Gives the times of an open file; each may be null. A system that doesn't know the time of

@@ -9,8 +9,8 @@
 //
 // The content is written to a file beside the old one, which is then renamed over it. Where that
 // can't be, because the file has several names or is a mount, its owner can't be kept or the folder
-// can't be written, the content is gathered in a temporary file and copied into the old file, which gets its
-// old content back if something goes wrong.
+// can't be written, the content is gathered in a temporary file and copied into the old file, which
+// gets its old content back if something goes wrong.
 
 #include <string>
 
