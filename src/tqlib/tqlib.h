@@ -14,6 +14,8 @@
 #include "tqlib/datetime/TQDate.h"
 #include "tqlib/datetime/TQDateTime.h"
 #include "tqlib/datetime/TQTime.h"
+#include "tqlib/dialogs/TQPickList.h"
+#include "tqlib/dialogs/TQPickListObject.h"
 #include "tqlib/files/GetVersionInfo.h"
 #include "tqlib/files/TQArgv.h"
 #include "tqlib/files/TQExecute.h"

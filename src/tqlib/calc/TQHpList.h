@@ -29,6 +29,16 @@ class TQLIB_API TQHpList : public CObject {
         if (count_++ != 0) ++position_;
     }
 
+    /// The same in front of the cursor.
+    void addInFront(Element const &element) {
+        Node *const prev = current_ == nullptr ? nullptr : current_->prev;
+        Node *const node = new Node{element, prev, current_};
+        (current_ == nullptr ? tail_ : current_->prev) = node;
+        (prev == nullptr ? head_ : prev->next) = node;
+        current_ = node;
+        ++count_;
+    }
+
     /// Removes the cursor's node and gives its element. The cursor moves to the following node, or
     /// to the preceding one if there is none. Throws TQException::EMPTY_LIST on an empty list.
     Element remove() {
@@ -65,8 +75,9 @@ class TQLIB_API TQHpList : public CObject {
         count_ = position_ = 0;
     }
 
-    /// The number of elements.
+    /// The number of elements, and the index of the cursor; 0 on an empty list.
     int count() const { return count_; }
+    int position() const { return position_; }
 
     /// The cursor's element; throws TQException::EMPTY_LIST on an empty list.
     Element &current() const {

@@ -1,0 +1,50 @@
+#include "tqlib/dialogs/TQPickList.h"
+
+#include <string_view>
+#include <utility>
+
+TQPickList::TQPickList() = default;
+TQPickList::~TQPickList() = default;
+
+template <typename Add>
+int TQPickList::take(TQPickListObject *object, Add add) {
+    if (object == nullptr) return 0;
+    object->prepare();
+    auto const [place, isNew] = objects_.insert(object);
+    if (!isNew) return 0;
+    try {
+        add();
+    } catch (...) {
+        objects_.erase(place);
+        throw;
+    }
+    return 1;
+}
+
+int TQPickList::insert(TQPickListObject *object) {
+    return take(object, [&] { addInFront(object); });
+}
+
+int TQPickList::append(TQPickListObject *object) {
+    return take(object, [&] { add(object); });
+}
+
+char **TQPickList::makePickList() {
+    std::vector<char> texts;
+    std::vector<std::size_t> begins;
+    find([&](TQPickListObject const *object) {
+        std::string_view const text = object->text.text();
+        begins.push_back(texts.size());
+        texts.insert(texts.end(), text.begin(), text.end());
+        texts.push_back('\0');
+        return false;
+    });
+    std::vector<char *> entries;
+    for (std::size_t const begin : begins)
+        entries.push_back(texts.data() + begin);
+    entries.push_back(nullptr);
+    pickList_ = std::move(entries);
+    texts_ = std::move(texts);  // keeps its memory, into which the entries point
+    toLast();
+    return pickList_.data();
+}
