@@ -40,6 +40,7 @@ char **TQPickList::makePickList() {
         return false;
     });
     std::vector<char *> entries;
+    entries.reserve(begins.size() + 1);
     for (std::size_t const begin : begins)
         entries.push_back(texts.data() + begin);
     entries.push_back(nullptr);
