@@ -28,14 +28,17 @@ Words split(std::string const &line) {
     std::optional<std::string> word;
     std::size_t backslashes = 0;
     bool quoted = false;
+    auto const add = [&](std::size_t count, char c) {
+        if (!word) word.emplace();
+        word->append(count, c);
+    };
     for (char const c : line + '\0') {
         if (c == '\\') {
             ++backslashes;
             continue;
         }
         bool const literalQuote = c == '"' && backslashes % 2 == 1;
-        if (backslashes > 0)
-            word = word.value_or("") + std::string(c == '"' ? backslashes / 2 : backslashes, '\\');
+        if (backslashes > 0) add(c == '"' ? backslashes / 2 : backslashes, '\\');
         backslashes = 0;
         bool const ends = c == '\0' || (!quoted && (c == ' ' || c == '\t'));
         if (ends && word) {
@@ -43,9 +46,9 @@ Words split(std::string const &line) {
             word.reset();
         } else if (c == '"' && !literalQuote) {
             quoted = !quoted;
-            word = word.value_or("");
+            add(0, c);
         } else if (!ends) {
-            word = word.value_or("") + c;
+            add(1, c);
         }
     }
     return words;
