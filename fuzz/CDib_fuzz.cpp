@@ -112,14 +112,14 @@ void tryBitmap(CDib &bitmap) {
     }
 }
 
-// The bytes of the bits that a header promises; what the file is too short for is 0.
+// The bytes that a header asks for, by its lines or by itself; what the file is too short for is 0.
 std::uint64_t declaredSize(std::string file) {
     BITMAPINFOHEADER header;
     file.resize(std::max<std::size_t>(file.size(), 14 + sizeof header));
     std::memcpy(&header, file.data() + 14, sizeof header);
-    if (header.biSizeImage != 0) return header.biSizeImage;
-    return tqplatform::lineBytes(header.biWidth, header.biBitCount) *
-           static_cast<std::uint64_t>(tqplatform::lineCount(header));
+    std::uint64_t const lines = tqplatform::lineBytes(header.biWidth, header.biBitCount) *
+                                static_cast<std::uint64_t>(tqplatform::lineCount(header));
+    return std::max<std::uint64_t>(lines, header.biSizeImage);
 }
 
 void tryFile(std::string const &content) {
