@@ -10,9 +10,13 @@ install(TARGETS tqplatform tqlib EXPORT tqlibTargets
 
 # Headers of internals stay at home, but for those that public headers include.
 set(internal_headers
-  CharacterBlock.h ColumnNumber.h CStr.h CStrPool.h CStrRecord.h Descriptor.h DibMemory.h FileHandle.h FileReplacement.h FormatNumber.h InformationBitmap.h LibraryEntry.h NumberField.h ObjectTable.h Palette.h
-  Resources.h RunLength.h ScanNumber.h SettingsDraft.h SettingsFile.h SettingsReader.h SystemCalls.h TextForm.h TQHpKeywords.h
-  TQHpOperations.h TQHpToken.h TQStringStreams.h VersionBlock.h)
+  Button.h CharacterBlock.h ColumnNumber.h ComboBox.h ControlClasses.h CStr.h CStrPool.h
+  CStrRecord.h Descriptor.h DibMemory.h EditControl.h EditText.h FileHandle.h FileReplacement.h
+  FormatNumber.h InformationBitmap.h LibraryEntry.h Limits.h NumberField.h NumberText.h
+  ObjectTable.h Palette.h QuestionDialog.h Resources.h RunLength.h ScanNumber.h SettingsDraft.h
+  SettingsFile.h SettingsReader.h StaticControl.h SystemCalls.h Terminal.h TerminalKeys.h
+  TextForm.h TextScreen.h TextView.h TQHpKeywords.h TQHpOperations.h TQHpToken.h TQStringStreams.h
+  VersionBlock.h)
 foreach(library IN ITEMS tqplatform tqlib)
   set(excluded)
   foreach(header IN LISTS internal_headers)

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "tqlib/foundation/InformationBitmap.h"
+#include "tqlib/foundation/QuestionDialog.h"
 #include "tqlib/foundation/VersionBlock.h"
 
 namespace tqlib::detail {
@@ -33,6 +34,7 @@ constinit Resource const resources[] = {
     text(no, "Nein"),
     {ResourceKind::bitmap, informationBitmapResource, informationBitmap.data(),
      informationBitmap.size()},
+    {ResourceKind::dialog, questionDialogResource, questionDialog.data(), questionDialog.size()},
     {ResourceKind::version, versionResource, versionBlock.data(), versionBlock.size()},
 };
 

@@ -1,7 +1,6 @@
 #include "tqplatform/desktop/AfxMessageBox.h"
 
 #include "tqplatform/desktop/User.h"
-#include "tqplatform/desktop/Window.h"
 
 int AfxMessageBox(char const *text, unsigned int style, unsigned int /*help*/) {
     constexpr unsigned int picture = 0xF0;

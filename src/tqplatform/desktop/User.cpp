@@ -1,7 +1,9 @@
 #include "tqplatform/desktop/User.h"
 
+#include <iterator>
 #include <string>
 
+#include "tqplatform/desktop/TerminalUser.h"
 #include "tqplatform/runtime/CodePage1252.h"
 #include "tqplatform/runtime/SystemCalls.h"
 
@@ -12,23 +14,27 @@ constinit User *installed = nullptr;
 
 constexpr int standardError = 2;
 
-/// The buttons of a kind of message box, from left to right; 0 is none.
-constexpr int buttons[][3] = {
-    {IDOK, 0, 0},             // MB_OK
-    {IDOK, IDCANCEL, 0},      // MB_OKCANCEL
-    {0, 0, 0},                //
-    {IDYES, IDNO, IDCANCEL},  // MB_YESNOCANCEL
-    {IDYES, IDNO, 0},         // MB_YESNO
+/// The buttons of each kind of message box.
+constexpr Answers kinds[] = {
+    {{IDOK, 0, 0}},             // MB_OK
+    {{IDOK, IDCANCEL, 0}},      // MB_OKCANCEL
+    {{IDOK, 0, 0}},             //
+    {{IDYES, IDNO, IDCANCEL}},  // MB_YESNOCANCEL
+    {{IDYES, IDNO, 0}},         // MB_YESNO
 };
-constexpr unsigned int kinds = sizeof buttons / sizeof buttons[0];
 
 }  // namespace
 
-int defaultAnswer(unsigned int style) {
+Answers answersOf(unsigned int style) {
     unsigned int const kind = style & 0xF;
+    return kinds[kind < std::size(kinds) ? kind : MB_OK];
+}
+
+int defaultAnswer(unsigned int style) {
+    Answers const answers = answersOf(style);
     unsigned int const place = style >> 8 & 0xF;
-    int const answer = kind < kinds && place < 3 ? buttons[kind][place] : 0;
-    return answer == 0 ? IDOK : answer;
+    int const answer = place < std::size(answers.button) ? answers.button[place] : 0;
+    return answer == 0 ? answers.button[0] : answer;
 }
 
 User::~User() = default;
@@ -42,9 +48,15 @@ int AbsentUser::answer(Message const &message) {
     return defaultAnswer(message.style);
 }
 
+Input AbsentUser::next(HWND /*dialog*/) {
+    return {Input::Kind::leave};
+}
+
 User &user() {
+    if (installed != nullptr) return *installed;
     static AbsentUser nobody;
-    return installed == nullptr ? nobody : *installed;
+    static TerminalUser atTerminal;
+    return TerminalUser::isThere() ? static_cast<User &>(atTerminal) : nobody;
 }
 
 User *installUser(User *user) {
@@ -54,3 +66,18 @@ User *installUser(User *user) {
 }
 
 }  // namespace tqplatform
+
+int MessageBoxA(HWND /*owner*/, char const *text, char const *title, unsigned int style) {
+    auto const orEmpty = [](char const *some) { return some == nullptr ? "" : some; };
+    return tqplatform::user().answer({orEmpty(text), orEmpty(title), style});
+}
+
+int MessageBeep(unsigned int kind) {
+    tqplatform::user().beep(kind);
+    return 1;
+}
+
+int SetCursorPos(int x, int y) {
+    tqplatform::user().movePointer({x, y});
+    return 1;
+}

@@ -19,6 +19,8 @@
 #include "tqplatform/kernel/Module.h"
 #include "tqplatform/runtime/Export.h"
 
+class CWnd;
+
 /// The framework's record of an extension module; all zero before AfxInitExtensionModule.
 struct AFX_EXTENSION_MODULE {
     int bInitialized;   ///< not 0 once the record is in use
@@ -60,8 +62,12 @@ struct TQPLATFORM_API AFX_MODULE_STATE {
     void unlink(CDynLinkLibrary *library);
     void deleteLinks(HINSTANCE module);
 
+    /// The main window of the application, or null.
+    CWnd *GetMainWnd() const { return mainWindow; }
+
     CDynLinkLibrary *libraries = nullptr;  ///< the chain
     CRuntimeClass *classes = nullptr;      ///< registered classes, the latest first
+    CWnd *mainWindow = nullptr;            ///< the application's, which sets it
 };
 
 /// The process's module state.

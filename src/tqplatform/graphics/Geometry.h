@@ -1,11 +1,14 @@
 #pragma once
 
-/// A point, and a size.
+/// A point, a size, and a rectangle without its right and bottom edges.
 struct POINT {
     long x, y;
 };
 struct SIZE {
     long cx, cy;
+};
+struct RECT {
+    long left, top, right, bottom;
 };
 
 /// The framework's objects for them.

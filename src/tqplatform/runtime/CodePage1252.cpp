@@ -24,15 +24,6 @@ constexpr std::array<unsigned char, 256> makeLowerTable() {
 
 constexpr auto lowerTable = makeLowerTable();
 
-// Bytes are Unicode characters of their number, but for the range 0x80 to 0x9F.
-constexpr unsigned int specialBegin = 0x80;
-constexpr char16_t specials[32] = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,  // 0x80
-    0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,  // 0x88
-    0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,  // 0x90
-    0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,  // 0x98
-};
-
 bool isSpecial(unsigned int byte) {
     return byte - specialBegin < std::size(specials);
 }
@@ -43,11 +34,6 @@ char toLower1252(char c) {
     return static_cast<char>(lowerTable[static_cast<unsigned char>(c)]);
 }
 
-char16_t toUnicode(char c) {
-    auto const byte = static_cast<unsigned char>(c);
-    return isSpecial(byte) ? specials[byte - specialBegin] : char16_t{byte};
-}
-
 char fromUnicode(char32_t character) {
     if (character < 0x100 && !isSpecial(character)) return static_cast<char>(character);
     auto const *const found = std::ranges::find(specials, character);
@@ -55,23 +41,35 @@ char fromUnicode(char32_t character) {
     return static_cast<char>(specialBegin + (found - specials));
 }
 
+void appendUtf8(std::string &text, char16_t character) {
+    unsigned int const bits = character;
+    if (bits < 0x80) {
+        text += static_cast<char>(bits);
+        return;
+    }
+    if (bits < 0x800) {
+        text += static_cast<char>(0xC0 | bits >> 6);
+    } else {
+        text += static_cast<char>(0xE0 | bits >> 12);
+        text += static_cast<char>(0x80 | (bits >> 6 & 0x3F));
+    }
+    text += static_cast<char>(0x80 | (bits & 0x3F));
+}
+
 std::string toUtf8(std::string_view text) {
     std::string result;
-    for (char const c : text) {
-        unsigned int const character = toUnicode(c);
-        if (character < 0x80) {
-            result += c;
-            continue;
-        }
-        if (character < 0x800) {
-            result += static_cast<char>(0xC0 | character >> 6);
-        } else {
-            result += static_cast<char>(0xE0 | character >> 12);
-            result += static_cast<char>(0x80 | (character >> 6 & 0x3F));
-        }
-        result += static_cast<char>(0x80 | (character & 0x3F));
-    }
+    for (char const c : text)
+        appendUtf8(result, toUnicode(c));
     return result;
 }
 
 }  // namespace tqplatform
+
+int IsCharAlphaA(char c) {
+    // Letters apart from the two alphabets, and small letters that have no capital here.
+    constexpr std::string_view others = "\x83\x8A\x8C\x8E\x9A\x9C\x9E\x9F\xAA\xB5\xBA";
+    auto const byte = static_cast<unsigned char>(c);
+    bool const isPlain = (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
+    bool const isAccented = byte >= 0xC0 && byte != 0xD7 && byte != 0xF7;
+    return isPlain || isAccented || others.find(c) != std::string_view::npos ? 1 : 0;
+}

@@ -12,8 +12,8 @@
 
 #include "support/Files.h"
 #include "support/Pictures.h"
-#include "support/RecordingUser.h"
 #include "tqlib/bitmap/CDib.h"
+#include "tqplatform/desktop/ScriptedUser.h"
 #include "tqplatform/framework/CException.h"
 #include "tqplatform/graphics/RunLength.h"
 
@@ -37,7 +37,7 @@ class BitmapFiles : public testing::Test {
     }
 
     TemporaryFolder folder_;
-    RecordingUser user_;
+    tqplatform::ScriptedUser user_;
 };
 
 bool shows(CDib &bitmap, Picture const &picture) {
@@ -96,7 +96,7 @@ TEST_F(BitmapFiles, EveryDepthIsReadWrittenAndMapped) {
 
                 CFile source(path("map.bmp").c_str(), CFile::modeRead);
                 EXPECT_EQ(bitmap.ReadSection(&source, nullptr), compressed ? 0 : 1);
-                EXPECT_EQ(user_.taken(), compressed ? "ReadSection error|" : "");
+                EXPECT_EQ(user_.messages(), compressed ? "ReadSection error|" : "");
                 if (!compressed) {
                     EXPECT_TRUE(shows(bitmap, picture));
                     EXPECT_EQ(bitmap.imageAlloc, CDib::AllocNone);
@@ -137,18 +137,18 @@ TEST_F(BitmapFiles, WhatIsNoBitmapIsRefused) {
         EXPECT_EQ(bitmap.GetPixel(0, 0).rgbRed, 255);
         int const attached = bitmap.AttachMapFile(path("in.bmp").c_str(), 0);
         EXPECT_EQ(attached, std::string(messages).ends_with("ReadSection error|") ? 1 : 0);
-        EXPECT_EQ(user_.taken(), messages);
+        EXPECT_EQ(user_.messages(), messages);
     }
     CDib bitmap;
     EXPECT_EQ(bitmap.AttachMapFile(path("none").c_str(), 0), 0);
     EXPECT_EQ(bitmap.AttachMapFile(folder_.file("").c_str(), 0), 0);
     EXPECT_EQ(bitmap.AttachMemory(nullptr, 0, nullptr), 0);
-    EXPECT_EQ(user_.taken(), "Empty bitmap file|Empty bitmap file|AttachMemory error|");
+    EXPECT_EQ(user_.messages(), "Empty bitmap file|Empty bitmap file|AttachMemory error|");
     CFile file(path("out.bmp").c_str(), CFile::modeCreate | CFile::modeWrite);
     EXPECT_EQ(CDib().Write(&file), 0);
     EXPECT_EQ(CDib(CSize(2, 2), 8).Write(&file), 0);
     EXPECT_EQ(CDib().CopyToMapFile(path("m").c_str()), 0);
-    EXPECT_EQ(user_.taken(), "write error|write error|");
+    EXPECT_EQ(user_.messages(), "write error|write error|");
 }
 
 // The bytes of the bits that a file's header promises.
@@ -194,13 +194,13 @@ TEST_F(BitmapFiles, AMappedBitmapIsTheFile) {
     CDib bitmap, other;
     ASSERT_EQ(bitmap.AttachMapFile(path("a.bmp").c_str(), 0), 1);
     EXPECT_EQ(other.AttachMapFile(path("a.bmp").c_str(), 1), 0);  // it is in use
-    EXPECT_EQ(user_.taken(), "Empty bitmap file|");
+    EXPECT_EQ(user_.messages(), "Empty bitmap file|");
     EXPECT_EQ(bitmap.CopyToMapFile(path("a.bmp").c_str()), 0);
     bitmap.image[0] = 'x';
     EXPECT_EQ(folder_.read("a.bmp")[54], 'x');
     folder_.write("bad", "no bitmap at all, but long enough to hold the headers of one.....");
     EXPECT_EQ(bitmap.AttachMapFile(path("bad").c_str(), 0), 0);
-    EXPECT_EQ(user_.taken(), "Invalid bitmap file|");
+    EXPECT_EQ(user_.messages(), "Invalid bitmap file|");
     EXPECT_EQ(bitmap.GetDimensions(), CSize(5, 4));
 
     folder_.write("b.bmp", std::string(1000, 'o'));  // longer than what comes
@@ -250,7 +250,7 @@ TEST_F(BitmapFiles, RunLengthCodeAndBack) {
     CDib upsideDown;
     ASSERT_EQ(read(upsideDown, makePicture(3, -3, 8).file()), 1);
     EXPECT_EQ(upsideDown.Compress(nullptr, 1), 0);
-    EXPECT_EQ(user_.taken(), "Unable to compress this DIB|");
+    EXPECT_EQ(user_.messages(), "Unable to compress this DIB|");
 }
 
 TEST_F(BitmapFiles, OddRunLengthCodes) {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "support/Pictures.h"
-#include "support/RecordingUser.h"
+#include "tqplatform/desktop/ScriptedUser.h"
 #include "tqplatform/framework/ModuleState.h"
 
 namespace {
@@ -61,7 +61,7 @@ TEST(Bitmaps, ANewOneHasHeaderAndColoursAndNoBits) {
 }
 
 TEST(Bitmaps, PixelsAreThoseOfThePicture) {
-    RecordingUser user;
+    tqplatform::ScriptedUser user;
     for (unsigned const bitCount : {4u, 8u, 24u})
         for (int width = 1; width < 20; ++width) {
             Picture const picture = makePicture(width, 5, bitCount);
@@ -81,7 +81,7 @@ TEST(Bitmaps, PixelsAreThoseOfThePicture) {
                     ASSERT_EQ(tqplatform::pixelOf(color), expected);
                 }
         }
-    EXPECT_EQ(user.taken(), "");
+    EXPECT_EQ(user.messages(), "");
     for (unsigned const bitCount : {1u, 16u, 32u}) {
         Attached const other(makePicture(3, 3, bitCount));
         EXPECT_EQ(pixelOf(other.bitmap.GetPixel(1, 1)), 0u);
@@ -89,8 +89,8 @@ TEST(Bitmaps, PixelsAreThoseOfThePicture) {
         EXPECT_EQ(other.bitmap.Get256Color(1, 1), -1);
         EXPECT_EQ(pixelOf(other.bitmap.GetPixel(3, 1)), 0xFFFFFFu);
     }
-    EXPECT_EQ(user.texts.size(), 9u);
-    EXPECT_EQ(user.texts[0], "This BMP format is not supported!");
+    EXPECT_EQ(user.styles.size(), 9u);
+    EXPECT_EQ(user.messages().find("This BMP format is not supported!|"), 0u);
     EXPECT_EQ(user.styles[0], 0x10u);
 }
 

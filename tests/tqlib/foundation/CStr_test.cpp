@@ -177,12 +177,12 @@ TEST(PooledString, FormatsInItsOwnWay) {
 }
 
 TEST(PooledString, TakesTheTextOfAWindow) {
-    tqplatform::Window window;
-    SendMessageA(window.handle(), WM_SETTEXT, 0,
-                 reinterpret_cast<LPARAM>("Gr\xFC\xDF"
-                                          "e"));
     CWnd object;
-    object.m_hWnd = window.handle();
+    ASSERT_EQ(object.Create("STATIC",
+                            "Gr\xFC\xDF"
+                            "e",
+                            0, {}, nullptr, 0),
+              1);
     CStr text("old");
     text.GetWindowText(&object);
     EXPECT_STREQ(text,

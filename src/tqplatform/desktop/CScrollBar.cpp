@@ -1,0 +1,3 @@
+#include "tqplatform/desktop/CScrollBar.h"
+
+CScrollBar::~CScrollBar() = default;

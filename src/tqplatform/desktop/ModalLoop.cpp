@@ -1,0 +1,160 @@
+#include <algorithm>
+#include <iterator>
+
+#include "tqplatform/desktop/Dialog.h"
+#include "tqplatform/desktop/User.h"
+
+namespace tqplatform {
+namespace {
+
+/// Keys that type a character as well, the one of their own number.
+constexpr unsigned int typingKeys[] = {VK_BACK, VK_TAB, VK_RETURN, VK_ESCAPE, VK_SPACE};
+
+/// The key of characters that no key of the published ones types.
+constexpr unsigned int otherKey = 0xE7;
+
+unsigned int keyOf(char c) {
+    if (c >= 'a' && c <= 'z') return static_cast<unsigned int>(c - 'a' + 'A');
+    bool const isKey = (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == ' ';
+    return isKey ? static_cast<unsigned int>(c) : otherKey;
+}
+
+bool isIn(HWND window, HWND dialog) {
+    while (window != nullptr && window != dialog)
+        window = GetParent(window);
+    return window == dialog;
+}
+
+HWND targetOf(HWND dialog) {
+    HWND const focus = GetFocus();
+    return focus != nullptr && isIn(focus, dialog) ? focus : dialog;
+}
+
+// The objects of the window and of those it stands in may keep a message.
+bool isKept(HWND dialog, MSG &message) {
+    for (HWND window = message.hwnd; window != nullptr; window = GetParent(window)) {
+        auto const found = Window::find(window);
+        auto *const handler = found == nullptr ? nullptr : found->handler();
+        if (handler != nullptr && handler->PreTranslateMessage(&message) != 0) return true;
+        if (window == dialog) break;
+    }
+    return IsDialogMessage(dialog, &message) != 0;
+}
+
+// True if the message went to its window.
+bool deliver(HWND dialog, MSG message) {
+    if (isKept(dialog, message)) return false;
+    SendMessageA(message.hwnd, message.message, message.wParam, message.lParam);
+    return true;
+}
+
+constexpr LPARAM once = 1;  ///< the repeat count of a key
+
+void typeKey(HWND dialog, unsigned int key, char character, bool withAlt) {
+    HWND const target = targetOf(dialog);
+    unsigned int const down = withAlt ? WM_SYSKEYDOWN : WM_KEYDOWN;
+    if (!deliver(dialog, {target, down, key, once}) || character == '\0') return;
+    if (IsWindow(target) == 0) return;
+    deliver(dialog,
+            {target, withAlt ? WM_SYSCHAR : WM_CHAR, static_cast<unsigned char>(character), once});
+}
+
+void leave(HWND dialog) {
+    typeKey(dialog, VK_ESCAPE, '\0', false);
+    EndDialog(dialog, IDCANCEL);  // for one that doesn't let go
+}
+
+void click(HWND dialog, HWND window) {
+    bool const canBe =
+        isIn(window, dialog) && IsWindowEnabled(window) != 0 && IsWindowVisible(window) != 0;
+    if (canBe) deliver(dialog, {window, WM_LBUTTONDOWN, 1, 0});
+}
+
+void act(HWND dialog, Input const &input) {
+    setShiftDown(input.shift);
+    switch (input.kind) {
+        case Input::Kind::key: {
+            bool const types = std::ranges::find(typingKeys, input.key) != std::end(typingKeys);
+            typeKey(dialog, input.key, types ? static_cast<char>(input.key) : '\0', input.alt);
+            break;
+        }
+        case Input::Kind::character:
+            typeKey(dialog, keyOf(input.character), input.character, input.alt);
+            break;
+        case Input::Kind::click:
+            click(dialog, input.window);
+            break;
+        case Input::Kind::close:
+            deliver(dialog, {dialog, WM_SYSCOMMAND, SC_CLOSE, 0});
+            break;
+        case Input::Kind::leave:
+            leave(dialog);
+            break;
+    }
+    setShiftDown(false);
+}
+
+/// Keeps the owner disabled and the user at the dialog for as long as a loop runs.
+class Modal {
+  public:
+    explicit Modal(HWND dialog)
+        : dialog_(dialog),
+          owner_(GetParent(dialog)),
+          active_(GetActiveWindow()),
+          focus_(GetFocus()) {
+        ownerWasDisabled_ = EnableWindow(owner_, 0) != 0;
+        SetActiveWindow(dialog);
+        user().begin(dialog);
+    }
+    Modal(Modal const &) = delete;
+    Modal &operator=(Modal const &) = delete;
+    ~Modal() {
+        user().end(dialog_);
+        if (!ownerWasDisabled_) EnableWindow(owner_, 1);
+        SetActiveWindow(IsWindow(active_) != 0 ? active_ : nullptr);
+    }
+
+    /// Gives the focus back to where it was. Not for an exception's way out: it sends messages.
+    void returnFocus() const { SetFocus(IsWindow(focus_) != 0 ? focus_ : nullptr); }
+
+  private:
+    HWND dialog_;
+    HWND owner_;
+    HWND active_;
+    HWND focus_;
+    bool ownerWasDisabled_;
+};
+
+void initialise(Dialog const &dialog) {
+    HWND const handle = dialog.handle();
+    HWND first = nullptr;
+    for (HWND const child : dialog.children()) {
+        auto const control = Window::find(child);
+        bool const fits = control->has(WS_TABSTOP | WS_VISIBLE) && !control->has(WS_DISABLED);
+        if (fits && first == nullptr) first = child;
+    }
+    LRESULT const takesFirst =
+        SendMessageA(handle, WM_INITDIALOG, reinterpret_cast<WPARAM>(first), 0);
+    if (takesFirst != 0) focusControl(first);
+    if (IsWindow(handle) != 0 && !isIn(GetFocus(), handle)) SetFocus(handle);
+}
+
+}  // namespace
+
+int runDialog(HWND dialog) {
+    auto const window = Window::findAs<Dialog>(dialog);
+    if (window == nullptr) return -1;
+    Modal const modal(dialog);
+    initialise(*window);
+    while (!window->isEnded && IsWindow(dialog) != 0) {
+        MSG message{};
+        if (takePosted(message))
+            deliver(dialog, message);
+        else
+            act(dialog, user().next(dialog));
+    }
+    modal.returnFocus();
+    return window->isEnded ? window->result : -1;
+}
+
+}  // namespace tqplatform

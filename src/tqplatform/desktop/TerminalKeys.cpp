@@ -1,0 +1,131 @@
+#include "tqplatform/desktop/TerminalKeys.h"
+
+#include <algorithm>
+#include <charconv>
+#include <iterator>
+
+#include "tqplatform/runtime/CodePage1252.h"
+
+namespace tqplatform {
+namespace {
+
+constexpr char escape = '\x1B';
+constexpr char erase = '\x7F';
+
+/// Sequences "ESC [ number ~".
+struct NumberedKey {
+    unsigned int number;
+    unsigned int key;
+};
+constexpr NumberedKey numberedKeys[] = {
+    {1, VK_HOME}, {3, VK_DELETE}, {4, VK_END}, {5, VK_PRIOR},
+    {6, VK_NEXT}, {7, VK_HOME},   {8, VK_END}, {14, VK_F4},
+};
+
+/// Sequences "ESC [ letter" and "ESC O letter".
+struct LetteredKey {
+    char letter;
+    unsigned int key;
+    bool shift;
+};
+constexpr LetteredKey letteredKeys[] = {
+    {'A', VK_UP, false},  {'B', VK_DOWN, false}, {'C', VK_RIGHT, false}, {'D', VK_LEFT, false},
+    {'F', VK_END, false}, {'H', VK_HOME, false}, {'S', VK_F4, false},    {'Z', VK_TAB, true},
+};
+
+/// Bytes that are keys.
+struct ControlKey {
+    char byte;
+    unsigned int key;
+};
+constexpr ControlKey controlKeys[] = {
+    {'\t', VK_TAB},  {'\r', VK_RETURN}, {'\n', VK_RETURN},
+    {'\b', VK_BACK}, {erase, VK_BACK},  {' ', VK_SPACE},
+};
+
+Input pressed(unsigned int key, bool shift = false) {
+    return {.kind = Input::Kind::key, .key = key, .shift = shift};
+}
+
+// The numbers of a sequence: the key, and 1 more than the sum of 1 for Shift and 2 for Alt.
+std::optional<Input> sequenceKey(unsigned int number, unsigned int modifiers, char last) {
+    std::optional<Input> input;
+    auto const *const numbered = std::ranges::find(numberedKeys, number, &NumberedKey::number);
+    auto const *const lettered = std::ranges::find(letteredKeys, last, &LetteredKey::letter);
+    if (last == '~' && numbered != std::end(numberedKeys)) input = pressed(numbered->key);
+    if (lettered != std::end(letteredKeys)) input = pressed(lettered->key, lettered->shift);
+    if (!input || modifiers < 2) return input;
+    input->shift = input->shift || ((modifiers - 1) & 1) != 0;
+    input->alt = ((modifiers - 1) & 2) != 0;
+    return input;
+}
+
+// "ESC [" or "ESC O", numbers with semicolons between them, and a last byte from @ to ~.
+TerminalKey readSequence(std::string_view bytes, bool isAll) {
+    std::size_t place = 2;
+    unsigned int numbers[2] = {0, 0};
+    for (unsigned int &number : numbers) {
+        char const *const end = bytes.data() + bytes.size();
+        auto const read = std::from_chars(bytes.data() + place, end, number);
+        place = static_cast<std::size_t>(read.ptr - bytes.data());
+        if (place == bytes.size() || bytes[place] != ';') break;
+        ++place;
+    }
+    auto const isLast = [](char c) { return c >= '@' && c <= '~'; };
+    auto const last = std::ranges::find_if(bytes.substr(place), isLast);
+    auto const length = static_cast<std::size_t>(last - bytes.begin());
+    if (length == bytes.size()) return {isAll ? length : 0, std::nullopt};
+    return {length + 1, sequenceKey(numbers[0], numbers[1], *last)};
+}
+
+/// The length of a character by its first byte, and the bits that this holds of it; 0 for a byte
+/// that begins none.
+struct Lead {
+    std::size_t length;
+    unsigned int bits;
+};
+Lead leadOf(unsigned char byte) {
+    if (byte < 0x80) return {1, byte};
+    if (byte >= 0xC2 && byte < 0xE0) return {2, byte & 0x1FU};
+    if (byte >= 0xE0 && byte < 0xF0) return {3, byte & 0x0FU};
+    if (byte >= 0xF0 && byte < 0xF5) return {4, byte & 0x07U};
+    return {0, 0};
+}
+
+TerminalKey typed(std::size_t bytes, char c) {
+    if (static_cast<unsigned char>(c) < VK_SPACE) return {bytes, std::nullopt};
+    return {bytes, Input{.kind = Input::Kind::character, .character = c}};
+}
+
+TerminalKey readCharacter(std::string_view bytes, bool isUtf8, bool isAll) {
+    auto const *const control = std::ranges::find(controlKeys, bytes[0], &ControlKey::byte);
+    if (control != std::end(controlKeys)) return {1, pressed(control->key)};
+    if (!isUtf8) return typed(1, bytes[0]);
+    auto const [length, bits] = leadOf(static_cast<unsigned char>(bytes[0]));
+    char32_t character = bits;
+    for (std::size_t i = 1; i < length; ++i) {
+        if (i == bytes.size()) return {isAll ? i : 0, std::nullopt};
+        auto const byte = static_cast<unsigned char>(bytes[i]);
+        if ((byte & 0xC0) != 0x80) return {i, std::nullopt};
+        character = character << 6 | (byte & 0x3FU);
+    }
+    return length == 0 ? TerminalKey{1, std::nullopt} : typed(length, fromUnicode(character));
+}
+
+}  // namespace
+
+TerminalKey readTerminalKey(std::string_view bytes, bool isUtf8, bool isAll) {
+    if (bytes[0] != escape) return readCharacter(bytes, isUtf8, isAll);
+    bool const isAlone = bytes.size() == 1;
+    if (isAlone && !isAll) return {};
+    if (isAlone || bytes[1] == escape) return {1, pressed(VK_ESCAPE)};
+    bool const isSequence = bytes[1] == '[' || bytes[1] == 'O';
+    if (isSequence && !(isAll && bytes.size() == 2)) return readSequence(bytes, isAll);
+    TerminalKey key = readCharacter(bytes.substr(1), isUtf8, isAll);
+    if (key.bytes == 0) return {};
+    ++key.bytes;
+    if (key.input) key.input->alt = true;
+    return key;
+}
+
+}  // namespace tqplatform
