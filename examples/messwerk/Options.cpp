@@ -57,14 +57,6 @@ std::vector<std::string> parseNames(char const *text) {
     return names;
 }
 
-Formula parseFormula(std::string const &text) {
-    std::size_t const equals = text.find('=');
-    if (equals == std::string::npos)
-        throw UsageError("an expression has the form NAME = EXPRESSION, not " + quoted(text));
-    TQString name = text.substr(0, equals).c_str();
-    return {std::string(name.Trim()), text.substr(equals + 1)};
-}
-
 /// What can stand once in the profile, and on the command line if it has an option.
 struct Setting {
     char const *option, *category, *name;
@@ -218,7 +210,11 @@ Options readOptions(int argc, char const *const *argv) {
             given.emplace_back(list.add, *line);
     takeOne(arguments, "-o", output);
     options.view = arguments.take("--view");
+    options.replace = arguments.take("-f");
+    options.edit = arguments.take("--edit");
     takeFile(options, arguments.rest());
+    if (options.edit && options.profile.empty())
+        throw UsageError("which profile is to be changed? Its name ends in .ini");
 
     if (!options.profile.empty()) takeProfile(options);
     for (auto const &[take, text] : given)
@@ -227,6 +223,14 @@ Options readOptions(int argc, char const *const *argv) {
     nameResult(options);
     check(options);
     return options;
+}
+
+Formula parseFormula(std::string const &text) {
+    std::size_t const equals = text.find('=');
+    if (equals == std::string::npos)
+        throw UsageError("an expression has the form NAME = EXPRESSION, not " + quoted(text));
+    TQString name = text.substr(0, equals).c_str();
+    return {std::string(name.Trim()), text.substr(equals + 1)};
 }
 
 std::vector<Column> resultColumns(Options const &options) {
@@ -241,8 +245,9 @@ char const helpText[] =
     "\n"
     "messwerk [-s SEPARATOR] [-k HEADER_LINES] -c COLUMN[,COLUMN...]\n"
     "         [-x 'NAME = EXPRESSION']... [-l 'NAME = LOWEST:HIGHEST']...\n"
-    "         [-o OUTPUT] [--view] INPUT\n"
+    "         [-o OUTPUT] [-f] [--view] INPUT\n"
     "messwerk [OPTION...] PROFILE.ini\n"
+    "messwerk --edit PROFILE.ini\n"
     "\n"
     "  -s SEPARATOR     the character between fields, or the word tab; otherwise a semicolon\n"
     "  -k HEADER_LINES  how many lines to skip at the start; otherwise 1\n"
@@ -260,8 +265,11 @@ char const helpText[] =
     "  -l NAME = L:H    rows with a number in the column NAME below L or above H are left out;\n"
     "                   one of the two may be missing; may be given several times\n"
     "  -o OUTPUT        the file to write; otherwise INPUT with -result in its name. It is\n"
-    "                   replaced only when the run succeeds\n"
+    "                   replaced only when the run succeeds, and after a question\n"
+    "  -f               replaces files that are there without a question; needed where there is\n"
+    "                   no terminal to ask at\n"
     "  --view           hands the result to the program that TQVIEW names\n"
+    "  --edit           shows the profile in a dialog, to change it; nothing is run\n"
     "  -h               this text\n"
     "\n"
     "Expressions are in reverse Polish notation, words with blanks between them: first the\n"

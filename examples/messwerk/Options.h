@@ -33,14 +33,19 @@ struct Options {
     std::vector<Formula> formulas;  ///< each may use columns and the formulas ahead of it
     std::vector<Limit> limits;
     PlotOptions plot;
-    bool view = false;  ///< the user wants to see the result
-    bool help = false;  ///< the user asks for help; the rest isn't set
+    bool view = false;     ///< the user wants to see the result
+    bool replace = false;  ///< files that are there are replaced without a question
+    bool edit = false;     ///< the profile is to be changed, and nothing run
+    bool help = false;     ///< the user asks for help; the rest isn't set
 };
 
 /// Reads the command line, and the profile if it names one, and checks all that can be checked
 /// without the input, expressions included, in the locale in force. Options count before the
 /// profile. Throws UsageError, or RunError if the profile can't be read.
 Options readOptions(int argc, char const *const *argv);
+
+/// The column that NAME = EXPRESSION means. Throws UsageError for another text.
+Formula parseFormula(std::string const &text);
 
 /// The columns of the result: those of the input, omitted ones included, and one for each formula.
 std::vector<Column> resultColumns(Options const &options);

@@ -64,6 +64,28 @@ std::vector<std::string> Profile::lines(char const *category) {
     return values;
 }
 
+std::vector<Entry> Profile::entries(char const *category) {
+    std::vector<Entry> result;
+    for (std::string const &line : lines(category)) {
+        std::size_t const name = line.find_first_not_of('=');
+        std::size_t const equals = line.find('=', name);
+        if (equals != std::string::npos)
+            result.push_back({line.substr(name, equals - name), line.substr(equals + 1)});
+    }
+    return result;
+}
+
+void Profile::set(char const *category, std::string const &name, std::string const &value) {
+    bool written = true;
+    while (written && this->value(category, name.c_str()))
+        written = file_.deleteValue(category, name.c_str()) == 0;
+    if (!value.empty()) {
+        file_.newCategorie(category);
+        written = written && file_.addValue(category, name.c_str(), value.c_str()) == 0;
+    }
+    if (!written) throw RunError("can't write all changes into " + messwerk::quoted(path_));
+}
+
 std::string Profile::pathOf(std::string const &path) const {
     std::filesystem::path const folder = std::filesystem::path(path_).parent_path();
     return (folder / hostPath(TQFilename(path.c_str()))).string();

@@ -21,6 +21,12 @@
 
 namespace messwerk {
 
+/// A value of a category, as it stands in the file.
+struct Entry {
+    std::string name;
+    std::string value;
+};
+
 /// True if `path` is the name of a profile: its extension is .ini.
 bool isProfile(std::string const &path);
 
@@ -34,6 +40,13 @@ class Profile {
 
     /// The lines of `category` that hold values, from top to bottom.
     std::vector<std::string> lines(char const *category);
+
+    /// The same, taken apart.
+    std::vector<Entry> entries(char const *category);
+
+    /// Gives the value `name` of `category` another text, or takes it away for an empty one; makes
+    /// the category if there is none. Throws RunError if the profile can't be written.
+    void set(char const *category, std::string const &name, std::string const &value);
 
     /// The path that the profile means by `path`: names count from the profile's folder.
     std::string pathOf(std::string const &path) const;

@@ -77,7 +77,7 @@ void Summary::refuse(long line, std::string const &reason) {
 
 void Summary::print(std::FILE *out, long blankLines) const {
     printLabel(out, "Input", input_);
-    printLabel(out, "Output", output_);
+    printLabel(out, "Output", output_.empty() ? "none" : output_);
     printLabel(out, "Rows",
                std::to_string(rows()) + " read, " + std::to_string(refused_) + " refused, " +
                    std::to_string(written_) + " written");

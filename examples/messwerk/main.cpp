@@ -17,9 +17,11 @@
 #include "Expressions.h"
 #include "Limits.h"
 #include "Options.h"
+#include "Overwrite.h"
 #include "Paths.h"
 #include "Plot.h"
 #include "Profile.h"
+#include "ProfileDialog.h"
 #include "Progress.h"
 #include "ResultFile.h"
 #include "RowReader.h"
@@ -70,26 +72,27 @@ void processRows(Options const &options, RowReader &reader, Row &row, Summary &s
                  TQLogfile &log) {
     Expressions expressions(options, row);
     Limits const limits(options.limits, resultColumns(options));
-    ResultFile result(options);
+    std::optional<ResultFile> result;
+    if (!options.output.empty()) result.emplace(options);
     Progress progress;
     while (reader.fetch()) {
         std::optional<std::string> refusal = reader.readRow();
         if (!refusal) refusal = expressions.evaluate();
         if (!refusal) refusal = limits.check(row);
-        if (!refusal) refusal = result.fault(row);
+        if (!refusal && result) refusal = result->fault(row);
         if (refusal) {
             expressions.refuse();
             summary.refuse(reader.lineNumber(), *refusal);
             log.printf(1, "line %ld: %s", reader.lineNumber(), *refusal);
         } else {
             expressions.accept();
-            result.write(row);
+            if (result) result->write(row);
             summary.add(row);
             plot.add(row);
         }
         if (progress.isDue()) progress.show(summary.rows(), reader.partRead());
     }
-    result.finish();
+    if (result) result->finish();
 }
 
 void viewResult(std::string const &output) {
@@ -103,8 +106,9 @@ void viewResult(std::string const &output) {
     }
 }
 
-void run(Options const &options) {
+void run(Options options) {
     checkPlaces(options);
+    askToReplace(options);
     TQLogfile log = openLog();
     log.printf(0, "reading %s", options.input);
     Row row(resultColumns(options).size());
@@ -113,12 +117,13 @@ void run(Options const &options) {
     Plot plot(options);
     processRows(options, reader, row, summary, plot, log);
     plot.finish();
-    log.printf(0, "%s written: %ld rows read, %ld refused", options.output, summary.rows(),
+    log.printf(0, "%s written: %ld rows read, %ld refused",
+               options.output.empty() ? "nothing" : options.output, summary.rows(),
                summary.refused());
     print(summary, summaryStream(options), reader.blankLines());
     if (!options.profile.empty())
         Profile(options.profile).rememberRun(summary.rows(), summary.refused());
-    if (options.view) viewResult(options.output);
+    if (options.view && !options.output.empty()) viewResult(options.output);
 }
 
 void printHelp() {
@@ -138,6 +143,8 @@ ExitCode start(int argc, char **argv) {
         Options const options = readOptions(argc, argv);
         if (options.help)
             printHelp();
+        else if (options.edit)
+            editProfile(options);
         else
             run(options);
         return done;

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "support/Files.h"
+#include "support/PseudoTerminal.h"
 
 namespace {
 
@@ -39,7 +40,7 @@ class Messwerk : public testing::Test {
     /// The exit code of the program with `arguments`, in the shell's `surroundings`, where % stands
     /// for it. Its messages are in out_ and err_ then.
     int run(Words const &arguments, std::string surroundings = "LC_ALL=C %") {
-        std::string command = shellWord(MESSWERK_PROGRAM);
+        std::string command = shellWord(MESSWERK_PROGRAM) + (replaces_ ? " -f" : "");
         for (std::string const &argument : arguments)
             command += ' ' + shellWord(argument);
         surroundings.replace(surroundings.find('%'), 1, command);
@@ -72,6 +73,13 @@ class Messwerk : public testing::Test {
         return values;
     }
 
+    /// The program at a terminal of its own.
+    PseudoTerminal atTerminal(Words words) const {
+        words.insert(words.begin(), MESSWERK_PROGRAM);
+        return {std::move(words), folder_.file("")};
+    }
+
+    bool replaces_ = true;  ///< files that are there
     TemporaryFolder folder_;
     std::string out_, err_;
 };
@@ -462,6 +470,85 @@ TEST_F(Messwerk, TakesTheDecimalCharacterOfTheEnvironment) {
     EXPECT_EQ(folder_.read("out.csv"), "\"a\";\"b\";\n1,5;2,;\n");
     EXPECT_TRUE(says("line 3: a isn't a number: \"1.5\"")) << out_;
     EXPECT_EQ(run({"-s", ",", "-c", "a", "-o", "out.csv", "in.csv"}, german), 2);
+}
+
+TEST_F(Messwerk, AsksBeforeItReplacesAFile) {
+    replaces_ = false;
+    folder_.write("in.csv", "1\n");
+    folder_.write("p.ini",
+                  "[Input]\nFile=in.csv\nHeaderLines=0\nColumns=a\n[Output]\nFile=o.csv\n"
+                  "[Plot]\nFile=o.bmp\nAcross=a\nColumns=a\n");
+    struct Row {
+        char const *keys;
+        int code;
+        bool csv, bmp;  // replaced
+    } const rows[] = {{"\x1Bl", 0, true, true},  {"jj", 0, true, true},
+                      {"n\tj", 0, false, true},  {"j\r", 0, true, false},
+                      {"\x1B", 1, false, false}, {"j\t\r", 1, false, false}};
+    for (auto const &[keys, code, csv, bmp] : rows) {
+        SCOPED_TRACE(keys);
+        folder_.write("o.csv", "old");
+        folder_.write("o.bmp", "old");
+        auto terminal = atTerminal({"p.ini"});
+        EXPECT_TRUE(terminal.shows("\"o.csv\" existiert bereits!"));
+        EXPECT_FALSE(terminal.isAtRest());
+        terminal.type(std::string(keys) == "\x1Bl" ? "\t\t\t\r" : keys);
+        int const status = terminal.end();
+        EXPECT_EQ(WEXITSTATUS(status), code) << terminal.output();
+        EXPECT_EQ(folder_.read("o.csv") != "old", csv);
+        EXPECT_EQ(folder_.read("o.bmp") != "old", bmp);
+        EXPECT_NE(terminal.output().find("\x1B[?1049l"), std::string::npos);
+    }
+    EXPECT_EQ(run({"p.ini"}), 1);
+    EXPECT_NE(err_.find("\"o.csv\" is there already; -f replaces it"), std::string::npos) << err_;
+}
+
+TEST_F(Messwerk, RestoresTheTerminalWhenItIsKilled) {
+    replaces_ = false;
+    folder_.write("in.csv", "1\n");
+    folder_.write("o.csv", "old");
+    for (int const signal : {SIGINT, SIGTERM, SIGHUP, SIGSEGV, SIGABRT}) {
+        auto terminal = atTerminal({"-c", "a", "-o", "o.csv", "in.csv"});
+        EXPECT_TRUE(terminal.shows("existiert bereits!"));
+        terminal.resize(40, 120);
+        EXPECT_TRUE(terminal.shows("\x1B[40;1H")) << "drawn for the other size";
+        terminal.send(signal);
+        EXPECT_TRUE(terminal.shows("\x1B[?1049l"));
+        int const status = terminal.end();
+        EXPECT_EQ(WIFSIGNALED(status) ? WTERMSIG(status) : 0, signal);
+        EXPECT_TRUE(terminal.isAtRest());
+    }
+    EXPECT_EQ(folder_.read("o.csv"), "old");
+}
+
+TEST_F(Messwerk, ChangesAProfileInADialog) {
+    std::string const profile =
+        "# kept\n[Input]\nFile=in.csv\nColumns=a,b\n[Calculations]\n# kept too\nsum=a b +\n"
+        "twice=sum 2 *\n[Limits]\na=1:2\nb=:7\n[Output]\nFile=o.csv\n";
+    folder_.write("p.ini", profile);
+    auto escaped = atTerminal({"--edit", "p.ini"});
+    EXPECT_TRUE(escaped.shows("renzen f\xC3\xBCr"));
+    escaped.type("x\x1B");
+    EXPECT_EQ(escaped.end(), 0);
+    EXPECT_EQ(folder_.read("p.ini"), profile);
+
+    auto terminal = atTerminal({"--edit", "p.ini"});
+    EXPECT_TRUE(terminal.shows("renzen f\xC3\xBCr"));
+    terminal.type("new.csv\x1Bv3\r");  // 3 is above the other limit
+    EXPECT_TRUE(terminal.shows("Der eingegebene Wert ist zu klein!"));
+    terminal.type(
+        "\r\x1B"
+        "b4\x1Brsum = a b *");
+    terminal.type("\x1Bk12\r");
+    EXPECT_TRUE(terminal.shows("beibehalten"));
+    terminal.type("\r");
+    EXPECT_EQ(terminal.end(), 0);
+    EXPECT_EQ(folder_.read("p.ini"),
+              "# kept\n[Input]\nHeaderLines=12\nFile=new.csv\nColumns=a,b\n[Calculations]\n"
+              "sum=a b *\ntwice=sum 2 *\n# kept too\n[Limits]\na=3:4\nb=:7\n[Output]\n"
+              "File=o.csv\n");
+    EXPECT_EQ(run({"--edit", "p.ini"}), 1);
+    EXPECT_EQ(run({"--edit", "in.csv"}), 2);
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 using tqplatform::highWord;
 using tqplatform::MessageMap;
 
-constinit MessageMap const CComboBoxMyEx::messageMap{&CComboBoxMyEx::_GetBaseMessageMap, {}};
+constinit MessageMap const CComboBoxMyEx::messageMap{&CComboBox::messageMap, {}};
 
 namespace {
 
@@ -57,5 +57,5 @@ MessageMap const *CComboBoxMyEx::GetMessageMap() const {
 }
 
 MessageMap const *CComboBoxMyEx::_GetBaseMessageMap() {
-    return &CComboBox::messageMap;
+    return messageMap.base;
 }

@@ -13,7 +13,7 @@ using tqplatform::onMessage;
 constinit MessageEntry const CDoubleEdit::_messageEntries[] = {
     onMessage<&CDoubleEdit::OnChar>(WM_CHAR),
 };
-constinit MessageMap const CDoubleEdit::messageMap{&CDoubleEdit::_GetBaseMessageMap,
+constinit MessageMap const CDoubleEdit::messageMap{&CEdit::messageMap,
                                                    CDoubleEdit::_messageEntries};
 
 namespace {
@@ -57,5 +57,5 @@ MessageMap const *CDoubleEdit::GetMessageMap() const {
 
 // Not the map of CNumEdit: this control has no steps.
 MessageMap const *CDoubleEdit::_GetBaseMessageMap() {
-    return &CEdit::messageMap;
+    return messageMap.base;
 }

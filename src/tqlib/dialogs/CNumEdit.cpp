@@ -12,8 +12,7 @@ constinit MessageEntry const CNumEdit::_messageEntries[] = {
     onMessage<&CNumEdit::OnChar>(WM_CHAR),
     onMessage<&CNumEdit::OnVScroll>(WM_VSCROLL),
 };
-constinit MessageMap const CNumEdit::messageMap{&CNumEdit::_GetBaseMessageMap,
-                                                CNumEdit::_messageEntries};
+constinit MessageMap const CNumEdit::messageMap{&CEdit::messageMap, CNumEdit::_messageEntries};
 
 namespace {
 
@@ -75,5 +74,5 @@ MessageMap const *CNumEdit::GetMessageMap() const {
 }
 
 MessageMap const *CNumEdit::_GetBaseMessageMap() {
-    return &CEdit::messageMap;
+    return messageMap.base;
 }

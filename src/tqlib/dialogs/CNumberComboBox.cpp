@@ -6,7 +6,7 @@
 
 using tqplatform::MessageMap;
 
-constinit MessageMap const CNumberComboBox::messageMap{&CNumberComboBox::_GetBaseMessageMap, {}};
+constinit MessageMap const CNumberComboBox::messageMap{&CComboBoxMyEx::messageMap, {}};
 
 namespace {
 
@@ -57,5 +57,5 @@ MessageMap const *CNumberComboBox::GetMessageMap() const {
 }
 
 MessageMap const *CNumberComboBox::_GetBaseMessageMap() {
-    return &CComboBoxMyEx::messageMap;
+    return messageMap.base;
 }

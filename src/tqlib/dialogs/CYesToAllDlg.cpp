@@ -15,7 +15,7 @@ constinit MessageEntry const CYesToAllDlg::_messageEntries[] = {
     onCommand<&CYesToAllDlg::OnNein>(BN_CLICKED, no),
     onCommand<&CYesToAllDlg::OnAbbruch>(BN_CLICKED, cancel),
 };
-constinit MessageMap const CYesToAllDlg::messageMap{&CYesToAllDlg::_GetBaseMessageMap,
+constinit MessageMap const CYesToAllDlg::messageMap{&CDialog::messageMap,
                                                     CYesToAllDlg::_messageEntries};
 
 CYesToAllDlg::CYesToAllDlg(CString &question, CWnd *parent)
@@ -68,5 +68,5 @@ MessageMap const *CYesToAllDlg::GetMessageMap() const {
 }
 
 MessageMap const *CYesToAllDlg::_GetBaseMessageMap() {
-    return &CDialog::messageMap;
+    return messageMap.base;
 }

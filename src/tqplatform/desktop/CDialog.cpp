@@ -12,8 +12,7 @@ constinit MessageEntry const CDialog::_messageEntries[] = {
     onCommand<&CDialog::OnOK>(BN_CLICKED, IDOK),
     onCommand<&CDialog::OnCancel>(BN_CLICKED, IDCANCEL),
 };
-constinit MessageMap const CDialog::messageMap{&CDialog::_GetBaseMessageMap,
-                                               CDialog::_messageEntries};
+constinit MessageMap const CDialog::messageMap{&CWnd::messageMap, CDialog::_messageEntries};
 
 namespace {
 
@@ -75,5 +74,5 @@ MessageMap const *CDialog::GetMessageMap() const {
 }
 
 MessageMap const *CDialog::_GetBaseMessageMap() {
-    return &CWnd::messageMap;
+    return messageMap.base;
 }

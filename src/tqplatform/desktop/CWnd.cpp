@@ -244,8 +244,7 @@ MessageMap const *CWnd::GetMessageMap() const {
 
 MessageEntry const *CWnd::findEntry(unsigned int message, unsigned int code, unsigned int id,
                                     bool reflected) const {
-    for (auto const *map = GetMessageMap(); map != nullptr;
-         map = map->base == nullptr ? nullptr : map->base()) {
+    for (auto const *map = GetMessageMap(); map != nullptr; map = map->base) {
         for (MessageEntry const &entry : map->entries) {
             if (entry.message == message && entry.code == code && entry.reflected == reflected &&
                 id >= entry.firstId && id <= entry.lastId)

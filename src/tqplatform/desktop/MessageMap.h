@@ -11,8 +11,8 @@
 //
 //     constinit tqplatform::MessageEntry const Question::_messageEntries[] = {
 //         tqplatform::onCommand<&Question::OnJa>(BN_CLICKED, 920)};
-//     constinit tqplatform::MessageMap const Question::messageMap{
-//         &Question::_GetBaseMessageMap, Question::_messageEntries};
+//     constinit tqplatform::MessageMap const Question::messageMap{&CDialog::messageMap,
+//                                                                 Question::_messageEntries};
 
 #include <span>
 
@@ -36,9 +36,9 @@ struct MessageEntry {
     MessageCall call;
 };
 
-/// The entries of a class, and how to get at the map of the class under it; null for none.
+/// The map of the class under a class, null for none, and the entries of its own.
 struct MessageMap {
-    MessageMap const *(*base)();
+    MessageMap const *base;
     std::span<MessageEntry const> entries;
 };
 

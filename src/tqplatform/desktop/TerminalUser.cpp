@@ -146,8 +146,8 @@ int TerminalUser::answer(Message const &message) {
 }
 
 Input TerminalUser::next(HWND /*dialog*/) {
-    draw();
     Terminal::Size const drawn = Terminal::size();
+    draw(drawn.rows, drawn.columns);
     while (true) {
         if (!bytes_.empty()) {
             TerminalKey key = readTerminalKey(bytes_, Terminal::isUtf8(), false);
@@ -181,8 +181,7 @@ void TerminalUser::beep(unsigned int /*kind*/) {
     Terminal::write("\a");
 }
 
-void TerminalUser::draw() {
-    auto const [rows, columns] = Terminal::size();
+void TerminalUser::draw(int rows, int columns) const {
     TextScreen screen(rows, columns, Terminal::isUtf8());
     for (HWND const dialog : dialogs_)
         drawDialog(screen, dialog);

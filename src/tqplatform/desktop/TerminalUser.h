@@ -21,7 +21,7 @@ class TQPLATFORM_API TerminalUser : public User {
     void beep(unsigned int kind) override;
 
   private:
-    void draw();
+    void draw(int rows, int columns) const;
 
     std::vector<HWND> dialogs_;  ///< under way, the innermost last
     std::string bytes_;          ///< of keys that weren't asked for yet

@@ -126,8 +126,9 @@ void DialogView::drawStatic(StaticControl const &control, Cells const &cells) {
         screen_.put(place, "(i)", boldCell);
         return;
     }
+    auto const marks = static_cast<int>(std::ranges::count(control.text(), '&'));
     int row = 0;
-    for (std::string const &line : wrapText(control.text(), cells.columns)) {
+    for (std::string const &line : wrapText(control.text(), cells.columns + marks)) {
         if (row++ == cells.rows) break;
         screen_.putCaption(place, line);
         ++place.row;

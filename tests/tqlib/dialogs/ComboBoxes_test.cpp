@@ -24,8 +24,7 @@ class CompletingCombo : public CComboBoxMyEx {
 };
 constinit tqplatform::MessageEntry const CompletingCombo::entries[] = {
     tqplatform::onReflected<&CompletingCombo::OnEditUpdate>(CBN_EDITUPDATE)};
-constinit tqplatform::MessageMap const CompletingCombo::map{&CComboBoxMyEx::_GetBaseMessageMap,
-                                                            entries};
+constinit tqplatform::MessageMap const CompletingCombo::map{&CComboBoxMyEx::messageMap, entries};
 
 // The field with its selection in brackets.
 std::string shown(TestDialog const &dialog, int id) {

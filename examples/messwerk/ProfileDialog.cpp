@@ -1,0 +1,248 @@
+#include "ProfileDialog.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "Errors.h"
+#include "FormulaCheck.h"
+#include "Names.h"
+#include "tqplatform/desktop/AfxMessageBox.h"
+#include "tqplatform/desktop/CDialog.h"
+#include "tqplatform/desktop/DialogTemplate.h"
+#include "tqplatform/desktop/TerminalUser.h"
+#include "tqplatform/framework/ModuleState.h"
+#include "Words.h"
+
+namespace messwerk {
+namespace {
+
+using tqplatform::ControlDescription;
+using tqplatform::ControlKind;
+
+constexpr unsigned int dialogResource = 1000;
+enum Control : std::uint16_t {
+    inputField = 101,
+    outputField,
+    headerField,
+    columnList,
+    lowestField,
+    highestField,
+    formulaField,
+    caption = 0xFFFF
+};
+
+constexpr unsigned int list = CBS_DROPDOWNLIST | WS_TABSTOP;
+
+// Places in dialog units: 4 across and 8 down are a letter.
+constexpr ControlDescription controls[] = {
+    {ControlKind::text, "&Eingabe", caption, {8, 8, 56, 8}},
+    {ControlKind::edit, "", inputField, {68, 8, 196, 8}, WS_TABSTOP},
+    {ControlKind::text, "&Ausgabe", caption, {8, 24, 56, 8}},
+    {ControlKind::edit, "", outputField, {68, 24, 196, 8}, WS_TABSTOP},
+    {ControlKind::text, "&Kopfzeilen", caption, {8, 40, 56, 8}},
+    {ControlKind::edit, "", headerField, {68, 40, 32, 8}, WS_TABSTOP},
+    {ControlKind::text, "&Grenzen f\xFCr", caption, {8, 56, 56, 8}},
+    {ControlKind::comboBox, "", columnList, {68, 56, 76, 64}, list},
+    {ControlKind::text, "&von", caption, {152, 56, 16, 8}},
+    {ControlKind::edit, "", lowestField, {168, 56, 40, 8}, WS_TABSTOP},
+    {ControlKind::text, "&bis", caption, {212, 56, 12, 8}},
+    {ControlKind::edit, "", highestField, {228, 56, 36, 8}, WS_TABSTOP},
+    {ControlKind::text, "Be&rechnung", caption, {8, 72, 56, 8}},
+    {ControlKind::comboBox, "", formulaField, {68, 72, 196, 64}, CBS_DROPDOWN | WS_TABSTOP},
+    {ControlKind::button, "&OK", IDOK, {84, 96, 52, 8}, BS_DEFPUSHBUTTON | WS_TABSTOP | WS_GROUP},
+    {ControlKind::button, "Abbre&chen", IDCANCEL, {152, 96, 60, 8}, WS_TABSTOP},
+};
+constexpr auto dialogBytes =
+    tqplatform::dialogBytes<1024>({"Profil", 0, {0, 0, 272, 112}, controls});
+constexpr tqplatform::Resource resources[] = {
+    {tqplatform::ResourceKind::dialog, dialogResource, dialogBytes.bytes.data(), dialogBytes.size}};
+constexpr tqplatform::Module module{"messwerk", resources};
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr int mostHeaderLines = 1000000;
+constexpr int usualHeaderLines = 10;
+
+/// Completes what is typed from the expressions it knows.
+class FormulaBox final : public CComboBoxMyEx {
+  public:
+    tqplatform::MessageMap const *GetMessageMap() const override { return &map; }
+
+  private:
+    static tqplatform::MessageEntry const entries[];
+    static tqplatform::MessageMap const map;
+};
+constinit tqplatform::MessageEntry const FormulaBox::entries[] = {
+    tqplatform::onReflected<&FormulaBox::OnEditUpdate>(CBN_EDITUPDATE)};
+constinit tqplatform::MessageMap const FormulaBox::map{&CComboBoxMyEx::messageMap,
+                                                       FormulaBox::entries};
+
+class ProfileDialog final : public CDialog {
+  public:
+    ProfileDialog(ProfileDraft &draft, Options const &options)
+        : CDialog(dialogResource), draft_(draft), options_(options) {}
+
+    int OnInitDialog() override;
+    void DoDataExchange(CDataExchange *dx) override;
+    tqplatform::MessageMap const *GetMessageMap() const override { return &map; }
+
+  private:
+    void OnColumn();
+    void fillLists();
+    void showLimit();
+    bool takeLimit();
+    bool isGood(CDoubleEdit &field, double lowest);
+    void takeFormula(CDataExchange *dx);
+    void change(std::string const &line);
+
+    static tqplatform::MessageEntry const entries[];
+    static tqplatform::MessageMap const map;
+
+    ProfileDraft &draft_;
+    Options const &options_;
+    CNumEdit header_;
+    CComboBox columns_;
+    CDoubleEdit lowest_, highest_;
+    FormulaBox formula_;
+    int shown_ = -1;  ///< the column whose limits are shown
+};
+constinit tqplatform::MessageEntry const ProfileDialog::entries[] = {
+    tqplatform::onCommand<&ProfileDialog::OnColumn>(CBN_SELCHANGE, columnList)};
+constinit tqplatform::MessageMap const ProfileDialog::map{&CDialog::messageMap,
+                                                          ProfileDialog::entries};
+
+int ProfileDialog::OnInitDialog() {
+    header_.SubclassEdit(headerField, this);
+    columns_.SubclassDlgItem(columnList, this);
+    lowest_.SubclassEdit(lowestField, this);
+    highest_.SubclassEdit(highestField, this);
+    formula_.SubclassDlgItem(formulaField, this);
+    fillLists();
+    return CDialog::OnInitDialog();
+}
+
+// The expressions of the profile, and some that any column of numbers can have.
+void ProfileDialog::fillLists() {
+    for (LimitText const &limit : draft_.limits)
+        columns_.AddString(limit.column.c_str());
+    for (Formula const &formula : draft_.formulas)
+        formula_.AddString((formula.name + " = " + formula.text).c_str());
+    if (draft_.limits.empty()) return;
+    std::string const &column = draft_.limits.front().column;
+    for (char const *const operation : {"LN", "LOG10", "SQR", "SQRT"})
+        formula_.AddString((column + '_' + operation + " = " + column + ' ' + operation).c_str());
+    columns_.SetCurSel(0);
+    showLimit();
+}
+
+void ProfileDialog::showLimit() {
+    shown_ = columns_.GetCurSel();
+    if (shown_ < 0) return;
+    LimitText const &limit = draft_.limits[static_cast<std::size_t>(shown_)];
+    lowest_.SetWindowTextA(limit.lowest);
+    highest_.SetWindowTextA(limit.highest);
+}
+
+// Another column is shown only once the limits of this one are good.
+void ProfileDialog::OnColumn() {
+    if (takeLimit())
+        showLimit();
+    else
+        columns_.SetCurSel(shown_);
+}
+
+bool ProfileDialog::takeLimit() {
+    if (shown_ < 0) return true;
+    LimitText &limit = draft_.limits[static_cast<std::size_t>(shown_)];
+    if (!isGood(lowest_, -infinity)) return false;
+    TQString text;
+    lowest_.GetWindowTextA(text);
+    double const lowest = wholeNumber(text).value_or(-infinity);
+    if (!isGood(highest_, lowest)) return false;
+    limit.lowest = text.Trim();
+    highest_.GetWindowTextA(text);
+    limit.highest = text.Trim();
+    return true;
+}
+
+// A limit may be missing; otherwise it is a number of at least `lowest`.
+bool ProfileDialog::isGood(CDoubleEdit &field, double lowest) {
+    TQString text;
+    field.GetWindowTextA(text);
+    if (text.Trim().IsEmpty()) return true;
+    CCheckBereich<double> range(lowest, infinity, lowest, infinity, this);
+    field.range = &range;
+    bool good = field.Check() == 0;
+    field.range = nullptr;
+    if (good && !wholeNumber(text)) {
+        AfxMessageBox(TQString(915U));
+        good = false;
+    }
+    if (!good) field.SetFocus();
+    return good;
+}
+
+void ProfileDialog::DoDataExchange(CDataExchange *dx) {
+    DDX_Text(dx, inputField, draft_.input);
+    DDX_Text(dx, outputField, draft_.output);
+    DDX_Text(dx, headerField, draft_.headerLines, "%d");
+    DDV_MyMinMaxInt(dx, draft_.headerLines, 0, mostHeaderLines, 0, usualHeaderLines);
+    if (dx->m_bSaveAndValidate == 0) return;
+    dx->PrepareEditCtrl(::GetFocus() == highest_.m_hWnd ? highestField : lowestField);
+    if (!takeLimit()) dx->Fail();
+    takeFormula(dx);
+}
+
+void ProfileDialog::takeFormula(CDataExchange *dx) {
+    dx->PrepareCtrl(formulaField);
+    TQString line;
+    formula_.GetWindowTextA(line);
+    if (line.Trim().IsEmpty()) return;
+    try {
+        change(std::string(line));
+    } catch (UsageError const &error) {
+        AfxMessageBox((std::string("Diese Berechnung geht nicht:\n") + error.what()).c_str());
+        dx->Fail();
+    }
+}
+
+// NAME = EXPRESSION is added or takes the place of the one with that name; NAME = takes it away.
+void ProfileDialog::change(std::string const &line) {
+    Formula formula = parseFormula(line);
+    formula.text = TQString(formula.text.c_str()).Trim();
+    std::vector<Formula> formulas = draft_.formulas;
+    auto const old = std::ranges::find_if(formulas, [&](Formula const &other) {
+        return toCapitals(other.name) == toCapitals(formula.name);
+    });
+    if (formula.text.empty() && old != formulas.end())
+        formulas.erase(old);
+    else if (old != formulas.end())
+        *old = formula;
+    else
+        formulas.push_back(formula);
+    Names names(options_.separator);
+    for (Column const &column : options_.columns)
+        names.add(column);
+    for (Formula const &each : formulas) {
+        checkFormula(each, names);
+        names.add({each.name, ColumnKind::Number});
+    }
+    draft_.formulas = std::move(formulas);
+}
+
+}  // namespace
+
+void editProfile(Options const &options) {
+    if (!tqplatform::TerminalUser::isThere()) throw RunError("--edit needs a terminal");
+    AFX_EXTENSION_MODULE record{};
+    AfxInitExtensionModule(record, &module);
+    new CDynLinkLibrary(record, false);  // the framework's from here on
+    Profile profile(options.profile);
+    ProfileDraft const before = ProfileDraft::of(profile, options);
+    ProfileDraft draft = before;
+    ProfileDialog dialog(draft, options);
+    bool const isAccepted = dialog.DoModal() == IDOK;
+    AfxTermExtensionModule(record);
+    if (isAccepted) draft.write(profile, before);
+}
+
+}  // namespace messwerk
