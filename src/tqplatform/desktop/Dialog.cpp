@@ -46,7 +46,7 @@ std::vector<HWND> ring(HWND dialog, HWND from, bool backward = false) {
     std::vector<HWND> order = window == nullptr ? std::vector<HWND>() : window->children();
     if (backward) std::ranges::reverse(order);
     auto const place = std::ranges::find(order, from);
-    if (place != order.end()) std::ranges::rotate(order, place + 1);
+    if (place != order.end()) std::rotate(order.begin(), place + 1, order.end());
     return order;
 }
 
@@ -79,7 +79,7 @@ void moveInGroup(HWND dialog, bool backward) {
     if (backward) std::ranges::reverse(order);
     auto const place = std::ranges::find(order, GetFocus());
     if (place == order.end()) return;
-    std::ranges::rotate(order, place + 1);
+    std::rotate(order.begin(), place + 1, order.end());
     focusControl(firstOf(order, canTakeArrow));
 }
 

@@ -45,12 +45,15 @@ TextScreen::TextScreen(int rows, int columns, bool isUtf8)
     : rows_(std::max(rows, 1)),
       columns_(std::max(columns, 1)),
       isUtf8_(isUtf8),
+      clipLast_{rows_ - 1, columns_ - 1},
       cells_(static_cast<std::size_t>(rows_) * static_cast<std::size_t>(columns_)) {}
 
 void TextScreen::set(CellPlace place, char16_t character, unsigned int look) {
-    bool const isInside =
+    bool const isOnScreen =
         place.row >= 0 && place.row < rows_ && place.column >= 0 && place.column < columns_;
-    if (!isInside) return;
+    bool const isInClip = place.row >= clipFirst_.row && place.row <= clipLast_.row &&
+                          place.column >= clipFirst_.column && place.column <= clipLast_.column;
+    if (!isOnScreen || !isInClip) return;
     auto const index = static_cast<std::size_t>(place.row) * static_cast<std::size_t>(columns_) +
                        static_cast<std::size_t>(place.column);
     cells_[index] = {isShown(character) ? character : u' ', look};

@@ -40,6 +40,13 @@ class TQPLATFORM_API TextScreen {
     /// Makes a rectangle empty, with a frame around it inside its outer cells.
     void frame(CellPlace place, int rows, int columns);
 
+    /// Limits what is put from now on to a rectangle.
+    void clip(CellPlace place, int rows, int columns) {
+        clipFirst_ = place;
+        clipLast_ = {place.row + rows - 1, place.column + columns - 1};
+    }
+    void clipNothing() { clip({0, 0}, rows_, columns_); }
+
     /// Where the cursor blinks; without that there is none.
     void setCursor(CellPlace place) { cursor_ = place; }
 
@@ -61,6 +68,8 @@ class TQPLATFORM_API TextScreen {
     int rows_;
     int columns_;
     bool isUtf8_;
+    CellPlace clipFirst_{0, 0};
+    CellPlace clipLast_;
     CellPlace cursor_{-1, -1};
     std::vector<Cell> cells_;
 };

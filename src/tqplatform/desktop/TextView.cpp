@@ -93,8 +93,10 @@ void DialogView::draw() {
     screen_.frame(corner_, rows_ + 2, columns_ + 2);
     std::string const title(dialog_.text());
     if (!title.empty()) screen_.put({corner_.row, corner_.column + 2}, ' ' + title + ' ', boldCell);
+    screen_.clip({corner_.row + 1, corner_.column + 1}, rows_, columns_);
     forEachControl([this](HWND handle) { drawControl(handle); });
-    // Open lists lie above the other controls.
+    screen_.clipNothing();
+    // Open lists lie above the other controls and the frame.
     forEachControl([this](HWND handle) {
         auto const combo = Window::findAs<ComboBox>(handle);
         if (combo && (combo->isOpen() || combo->isSimple())) drawList(*combo, cellsOf(*combo));
