@@ -50,6 +50,9 @@ inline constexpr Target targets[] = {
     {"decode", "SDL_LoadBMP", 0.35, 0.27},
     {"draw", "SDL_BlitScaled", 0.9, 0.71},
     {"map 1 GB", "open and mmap", 2.0, 0.0},
+    {"messages", "std::function", 12.0, 0.0},
+    {"number list", "vector and sscanf", 2.0, 0.0},
+    {"dialog of 50", "printf and scanf", 20.0, 0.0},
     {"pick list", "set and vector", 4.0, 0.0},
     {"version info", "whole-file read", 0.5, 0.0},
 };

@@ -28,15 +28,15 @@ using tqplatform::Window;
 using Script = ::Input;
 
 constexpr tqplatform::ControlDescription controls[] = {
-    {ControlKind::text, "&Text", 100, {0, 0, 40, 8}},
-    {ControlKind::edit, "1", 101, {50, 0, 80, 8}, WS_TABSTOP},
-    {ControlKind::edit, "2.5", 102, {50, 8, 80, 8}, WS_TABSTOP},
-    {ControlKind::comboBox, "", 103, {50, 16, 80, 40}, WS_TABSTOP | CBS_DROPDOWN},
-    {ControlKind::comboBox, "", 104, {50, 24, 80, 40}, WS_TABSTOP | CBS_DROPDOWNLIST | CBS_SORT},
-    {ControlKind::comboBox, "", 105, {140, 0, 60, 40}, CBS_SIMPLE},
-    {ControlKind::button, "&Los", 106, {7, 60, 40, 14}, WS_TABSTOP | WS_GROUP},
-    {ControlKind::button, "&OK", IDOK, {50, 60, 40, 14}, WS_TABSTOP | BS_DEFPUSHBUTTON},
-    {ControlKind::button, "&Ende", IDCANCEL, {95, 60, 50, 14}, WS_TABSTOP},
+    {ControlKind::text, 100, {0, 0, 40, 8}, 0, "&Text"},
+    {ControlKind::edit, 101, {50, 0, 80, 8}, WS_TABSTOP, "1"},
+    {ControlKind::edit, 102, {50, 8, 80, 8}, WS_TABSTOP, "2.5"},
+    {ControlKind::comboBox, 103, {50, 16, 80, 40}, WS_TABSTOP | CBS_DROPDOWN},
+    {ControlKind::comboBox, 104, {50, 24, 80, 40}, WS_TABSTOP | CBS_DROPDOWNLIST | CBS_SORT},
+    {ControlKind::comboBox, 105, {140, 0, 60, 40}, CBS_SIMPLE},
+    {ControlKind::button, 106, {7, 60, 40, 14}, WS_TABSTOP | WS_GROUP, "&Los"},
+    {ControlKind::button, IDOK, {50, 60, 40, 14}, WS_TABSTOP | BS_DEFPUSHBUTTON, "&OK"},
+    {ControlKind::button, IDCANCEL, {95, 60, 50, 14}, WS_TABSTOP, "&Ende"},
 };
 constexpr auto bytes = tqplatform::dialogBytes<1024>({"Probe", 0, {0, 0, 210, 80}, controls});
 constexpr tqplatform::Resource resources[] = {

@@ -35,22 +35,22 @@ constexpr unsigned int list = CBS_DROPDOWNLIST | WS_TABSTOP;
 
 // Places in dialog units: 4 across and 8 down are a letter.
 constexpr ControlDescription controls[] = {
-    {ControlKind::text, "&Eingabe", caption, {8, 8, 56, 8}},
-    {ControlKind::edit, "", inputField, {68, 8, 196, 8}, WS_TABSTOP},
-    {ControlKind::text, "&Ausgabe", caption, {8, 24, 56, 8}},
-    {ControlKind::edit, "", outputField, {68, 24, 196, 8}, WS_TABSTOP},
-    {ControlKind::text, "&Kopfzeilen", caption, {8, 40, 56, 8}},
-    {ControlKind::edit, "", headerField, {68, 40, 32, 8}, WS_TABSTOP},
-    {ControlKind::text, "&Grenzen f\xFCr", caption, {8, 56, 56, 8}},
-    {ControlKind::comboBox, "", columnList, {68, 56, 76, 64}, list},
-    {ControlKind::text, "&von", caption, {152, 56, 16, 8}},
-    {ControlKind::edit, "", lowestField, {168, 56, 40, 8}, WS_TABSTOP},
-    {ControlKind::text, "&bis", caption, {212, 56, 12, 8}},
-    {ControlKind::edit, "", highestField, {228, 56, 36, 8}, WS_TABSTOP},
-    {ControlKind::text, "Be&rechnung", caption, {8, 72, 56, 8}},
-    {ControlKind::comboBox, "", formulaField, {68, 72, 196, 64}, CBS_DROPDOWN | WS_TABSTOP},
-    {ControlKind::button, "&OK", IDOK, {84, 96, 52, 8}, BS_DEFPUSHBUTTON | WS_TABSTOP | WS_GROUP},
-    {ControlKind::button, "Abbre&chen", IDCANCEL, {152, 96, 60, 8}, WS_TABSTOP},
+    {ControlKind::text, caption, {8, 8, 56, 8}, 0, "&Eingabe"},
+    {ControlKind::edit, inputField, {68, 8, 196, 8}, WS_TABSTOP},
+    {ControlKind::text, caption, {8, 24, 56, 8}, 0, "&Ausgabe"},
+    {ControlKind::edit, outputField, {68, 24, 196, 8}, WS_TABSTOP},
+    {ControlKind::text, caption, {8, 40, 56, 8}, 0, "&Kopfzeilen"},
+    {ControlKind::edit, headerField, {68, 40, 32, 8}, WS_TABSTOP},
+    {ControlKind::text, caption, {8, 56, 56, 8}, 0, "&Grenzen f\xFCr"},
+    {ControlKind::comboBox, columnList, {68, 56, 76, 64}, list},
+    {ControlKind::text, caption, {152, 56, 16, 8}, 0, "&von"},
+    {ControlKind::edit, lowestField, {168, 56, 40, 8}, WS_TABSTOP},
+    {ControlKind::text, caption, {212, 56, 12, 8}, 0, "&bis"},
+    {ControlKind::edit, highestField, {228, 56, 36, 8}, WS_TABSTOP},
+    {ControlKind::text, caption, {8, 72, 56, 8}, 0, "Be&rechnung"},
+    {ControlKind::comboBox, formulaField, {68, 72, 196, 64}, CBS_DROPDOWN | WS_TABSTOP},
+    {ControlKind::button, IDOK, {84, 96, 52, 8}, BS_DEFPUSHBUTTON | WS_TABSTOP | WS_GROUP, "&OK"},
+    {ControlKind::button, IDCANCEL, {152, 96, 60, 8}, WS_TABSTOP, "Abbre&chen"},
 };
 constexpr auto dialogBytes =
     tqplatform::dialogBytes<1024>({"Profil", 0, {0, 0, 272, 112}, controls});
@@ -129,7 +129,8 @@ void ProfileDialog::fillLists() {
     if (draft_.limits.empty()) return;
     std::string const &column = draft_.limits.front().column;
     for (char const *const operation : {"LN", "LOG10", "SQR", "SQRT"})
-        formula_.AddString((column + '_' + operation + " = " + column + ' ' + operation).c_str());
+        formula_.AddString(TQString((column + '_').c_str()) + operation + " = " + column.c_str() +
+                           " " + operation);
     columns_.SetCurSel(0);
     showLimit();
 }

@@ -61,22 +61,18 @@ class TestDialog : public CDialog {
 
   private:
     static constexpr tqplatform::ControlDescription controls[] = {
-        {tqplatform::ControlKind::text, "&Wert", label, {7, 8, 40, 8}},
-        {tqplatform::ControlKind::edit, "", field, {50, 8, 80, 12}, WS_TABSTOP},
-        {tqplatform::ControlKind::comboBox, "", combo, {50, 24, 80, 60}, WS_TABSTOP | CBS_DROPDOWN},
-        {tqplatform::ControlKind::comboBox,
-         "",
-         list,
-         {50, 40, 80, 60},
-         WS_TABSTOP | CBS_DROPDOWNLIST},
-        {tqplatform::ControlKind::comboBox, "", sorted, {140, 8, 60, 60}, CBS_SIMPLE | CBS_SORT},
-        {tqplatform::ControlKind::button, "&Los", other, {7, 60, 40, 14}, WS_TABSTOP | WS_GROUP},
+        {tqplatform::ControlKind::text, label, {7, 8, 40, 8}, 0, "&Wert"},
+        {tqplatform::ControlKind::edit, field, {50, 8, 80, 12}, WS_TABSTOP},
+        {tqplatform::ControlKind::comboBox, combo, {50, 24, 80, 60}, WS_TABSTOP | CBS_DROPDOWN},
+        {tqplatform::ControlKind::comboBox, list, {50, 40, 80, 60}, WS_TABSTOP | CBS_DROPDOWNLIST},
+        {tqplatform::ControlKind::comboBox, sorted, {140, 8, 60, 60}, CBS_SIMPLE | CBS_SORT},
+        {tqplatform::ControlKind::button, other, {7, 60, 40, 14}, WS_TABSTOP | WS_GROUP, "&Los"},
         {tqplatform::ControlKind::button,
-         "&OK",
          IDOK,
          {50, 60, 40, 14},
-         WS_TABSTOP | BS_DEFPUSHBUTTON},
-        {tqplatform::ControlKind::button, "A&bbrechen", IDCANCEL, {95, 60, 50, 14}, WS_TABSTOP},
+         WS_TABSTOP | BS_DEFPUSHBUTTON,
+         "&OK"},
+        {tqplatform::ControlKind::button, IDCANCEL, {95, 60, 50, 14}, WS_TABSTOP, "A&bbrechen"},
     };
     static constexpr auto bytes =
         tqplatform::dialogBytes<1024>({"Pr\xFC"

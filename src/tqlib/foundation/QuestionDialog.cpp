@@ -12,16 +12,16 @@ constexpr std::uint16_t pictureResource = 101;  ///< an application's
 
 // In tab order. Places are in dialog units.
 constexpr ControlDescription controls[] = {
-    {ControlKind::button, "&Nein", 922, {164, 40, 50, 14}, BS_DEFPUSHBUTTON | WS_TABSTOP},
-    {ControlKind::button, "&Abbrechen", 923, {224, 40, 50, 14}, BS_PUSHBUTTON | WS_TABSTOP},
-    {ControlKind::button, "&Ja", 920, {45, 40, 50, 14}, BS_PUSHBUTTON | WS_TABSTOP},
-    {ControlKind::button, "Ja, &alle", 921, {105, 40, 50, 14}, BS_PUSHBUTTON | WS_TABSTOP},
-    {ControlKind::text, "", pictureControl, {7, 7, 37, 23}, SS_BITMAP, pictureResource},
+    {ControlKind::button, 922, {164, 40, 50, 14}, BS_DEFPUSHBUTTON | WS_TABSTOP, "&Nein"},
+    {ControlKind::button, 923, {224, 40, 50, 14}, BS_PUSHBUTTON | WS_TABSTOP, "&Abbrechen"},
+    {ControlKind::button, 920, {45, 40, 50, 14}, BS_PUSHBUTTON | WS_TABSTOP, "&Ja"},
+    {ControlKind::button, 921, {105, 40, 50, 14}, BS_PUSHBUTTON | WS_TABSTOP, "Ja, &alle"},
+    {ControlKind::text, pictureControl, {7, 7, 37, 23}, SS_BITMAP, "", pictureResource},
     {ControlKind::text,
-     "Die Datei xy existiert bereits!",
      questionControl,
      {39, 9, 266, 23},
-     SS_LEFT | WS_GROUP},
+     SS_LEFT | WS_GROUP,
+     "Die Datei xy existiert bereits!"},
 };
 
 constexpr auto dialog =

@@ -3,7 +3,7 @@
 // Dialogs as they stand in a program's resources: how they are read, and how one is written down.
 //
 //     constexpr tqplatform::ControlDescription controls[] = {
-//         {tqplatform::ControlKind::button, "&Ja", 920, {45, 40, 50, 14}, WS_TABSTOP}};
+//         {tqplatform::ControlKind::button, 920, {45, 40, 50, 14}, WS_TABSTOP, "&Ja"}};
 //     constexpr auto bytes = tqplatform::dialogBytes<256>({"Frage", 0, {0, 0, 322, 61}, controls});
 //
 // The format is the published one of 32-bit programs, without its extended form: a header, menu,
@@ -64,10 +64,10 @@ TQPLATFORM_API std::optional<DialogTemplate> readDialogTemplate(
 /// A control to be written, in Windows-1252. It becomes a visible child in any case.
 struct ControlDescription {
     ControlKind kind;
-    std::string_view text;
     std::uint16_t id;
     DialogRect place;
     unsigned int style = 0;
+    std::string_view text = {};
     std::uint16_t resource = 0;  ///< a number in place of the text
 };
 

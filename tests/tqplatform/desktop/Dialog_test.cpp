@@ -235,8 +235,8 @@ TEST(Dialog, GivesTheNumbersOfItsControls) {
 TEST(DialogTemplate, IsReadWholeOrNotAtAll) {
     using tqplatform::ControlKind;
     static constexpr tqplatform::ControlDescription controls[] = {
-        {ControlKind::button, "&\xC4ndern", 7, {1, -2, 3, 4}, WS_TABSTOP},
-        {ControlKind::text, "", 0xFFFF, {0, 0, 9, 9}, SS_BITMAP, 101}};
+        {ControlKind::button, 7, {1, -2, 3, 4}, WS_TABSTOP, "&\xC4ndern"},
+        {ControlKind::text, 0xFFFF, {0, 0, 9, 9}, SS_BITMAP, "", 101}};
     static constexpr auto bytes =
         tqplatform::dialogBytes<256>({"Preis \x80", 0, {5, 6, 70, 80}, controls});
     std::span<std::uint8_t const> const all(bytes.bytes.data(), bytes.size);
