@@ -24,34 +24,42 @@ using NumberBuffer = char[readSize];
 
 // Both give 0 for a text that begins with no number. One at whose end nothing was found counts as
 // read, and the value stays.
-int readNumber(HWND window, double &value) {
+int ReadDoubleText(HWND window, double *value) {
     NumberBuffer text;
     GetWindowTextA(window, text, readSize);
     char *const point = std::strchr(text, '.');
     if (point != nullptr && *std::localeconv()->decimal_point == ',') *point = ',';
-    return std::sscanf(text, "%lf", &value) != 0 ? 1 : 0;
+    return std::sscanf(text, "%lf", value) != 0 ? 1 : 0;
 }
 
-int readNumber(HWND window, int &value) {
+int ReadIntText(HWND window, int *value) {
     NumberBuffer text;
     GetWindowTextA(window, text, readSize);
     char const *const number = text + std::strspn(text, " ");
     if (*number == '\0' && number != text) {
-        value = 0;
+        *value = 0;
         return 1;
     }
-    return std::sscanf(number, "%d", &value) != 0 ? 1 : 0;
+    return std::sscanf(number, "%d", value) != 0 ? 1 : 0;
 }
 
 template <class Value>
-void readOrFail(CDataExchange *dx, HWND window, Value &value) {
-    if (readNumber(window, value) != 0) return;
+void readOrFail(CDataExchange *dx, HWND window, Value &value, int (*read)(HWND, Value *)) {
+    if (read(window, &value) != 0) return;
     AfxMessageBox(TQString(tqlib::detail::numberExpected), MB_ICONEXCLAMATION, 0);
     dx->Fail();
 }
 
 void show(HWND window, TQString const &text) {
     SetWindowTextA(window, text.Left(mostShown));
+}
+
+void WriteDoubleText(HWND window, double value, TQString const &format) {
+    show(window, formatDouble(value, format));
+}
+
+void WriteIntText(HWND window, int value, TQString const &format) {
+    show(window, FormatIntText(value, format));
 }
 
 void choose(HWND combo, TQString const &text) {
@@ -94,17 +102,17 @@ bool isAccepted(TQString const &message, unsigned int style) {
 void DDX_Text(CDataExchange *dx, int id, double &value, TQString format) {
     HWND const window = dx->PrepareEditCtrl(id);
     if (isSaving(dx))
-        readOrFail(dx, window, value);
+        readOrFail(dx, window, value, ReadDoubleText);
     else
-        show(window, formatDouble(value, format));
+        WriteDoubleText(window, value, format);
 }
 
 void DDX_Text(CDataExchange *dx, int id, int &value, TQString format) {
     HWND const window = dx->PrepareEditCtrl(id);
     if (isSaving(dx))
-        readOrFail(dx, window, value);
+        readOrFail(dx, window, value, ReadIntText);
     else
-        show(window, FormatIntText(value, format));
+        WriteIntText(window, value, format);
 }
 
 void DDX_Text(CDataExchange *dx, int id, TQString &value) {
@@ -115,7 +123,7 @@ void DDX_Text(CDataExchange *dx, int id, TQString &value) {
 void DDX_CBString(CDataExchange *dx, int id, double &value, TQString format) {
     HWND const window = dx->PrepareCtrl(id);
     if (isSaving(dx))
-        readOrFail(dx, window, value);
+        readOrFail(dx, window, value, ReadDoubleText);
     else
         choose(window, formatDouble(value, format));
 }
@@ -123,7 +131,7 @@ void DDX_CBString(CDataExchange *dx, int id, double &value, TQString format) {
 void DDX_CBString(CDataExchange *dx, int id, int &value, TQString /*format*/) {
     HWND const window = dx->PrepareCtrl(id);
     if (isSaving(dx))
-        readOrFail(dx, window, value);
+        readOrFail(dx, window, value, ReadIntText);
     else
         choose(window, FormatIntText(value, "%d"));
 }
