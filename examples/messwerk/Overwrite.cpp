@@ -8,6 +8,7 @@
 #include "Paths.h"
 #include "tqlib/dialogs/CYesToAllDlg.h"
 #include "tqplatform/desktop/TerminalUser.h"
+#include "tqplatform/runtime/CodePage1252.h"
 #include "Words.h"
 
 namespace messwerk {
@@ -22,10 +23,9 @@ class Replacing {
         if (forAll_ || !isThere) return true;
         if (!tqplatform::TerminalUser::isThere())
             throw RunError(quoted(path) + " is there already; -f replaces it");
-        CString text(("Die Datei " + quoted(path) +
-                      " existiert bereits!\n"
-                      "Soll sie ersetzt werden?")
-                         .c_str());
+        CString text = "Die Datei ";
+        text += tqplatform::fromUtf8(quoted(path)).c_str();
+        text += " existiert bereits!\nSoll sie ersetzt werden?";
         CYesToAllDlg question(text, nullptr);
         question.DoModal();
         forAll_ = question.result == CYesToAllDlg::yesToAll;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "tqplatform/runtime/CodePage1252.h"
 #include "Words.h"
 
 namespace messwerk {
@@ -13,6 +14,10 @@ constexpr char formulaCategory[] = "Calculations";
 TQString trimmed(std::string_view text) {
     TQString result(std::string(text).c_str());
     return result.Trim();
+}
+
+TQString shownPath(Profile &profile, char const *category) {
+    return tqplatform::fromUtf8(profile.value(category, "File").value_or("")).c_str();
 }
 
 std::vector<LimitText> limitsOf(Profile &profile, Options const &options) {
@@ -67,8 +72,8 @@ void writeLimit(Profile &profile, LimitText const &limit) {
 
 ProfileDraft ProfileDraft::of(Profile &profile, Options const &options) {
     ProfileDraft draft;
-    draft.input = profile.value("Input", "File").value_or("").c_str();
-    draft.output = profile.value("Output", "File").value_or("").c_str();
+    draft.input = shownPath(profile, "Input");
+    draft.output = shownPath(profile, "Output");
     draft.headerLines = static_cast<int>(options.headerLines);
     draft.limits = limitsOf(profile, options);
     draft.formulas = formulasOf(profile);
@@ -76,8 +81,8 @@ ProfileDraft ProfileDraft::of(Profile &profile, Options const &options) {
 }
 
 void ProfileDraft::write(Profile &profile, ProfileDraft const &before) const {
-    if (input != before.input) profile.set("Input", "File", std::string(input));
-    if (output != before.output) profile.set("Output", "File", std::string(output));
+    if (input != before.input) profile.set("Input", "File", tqplatform::toUtf8(input.text()));
+    if (output != before.output) profile.set("Output", "File", tqplatform::toUtf8(output.text()));
     if (headerLines != before.headerLines)
         profile.set("Input", "HeaderLines", std::to_string(headerLines));
     if (!sameFormulas(formulas, before.formulas)) writeFormulas(profile, formulas);

@@ -18,7 +18,7 @@ struct LimitText {
 
 /// The parts of a profile that the dialog shows.
 struct ProfileDraft {
-    TQString input, output;
+    TQString input, output;  ///< in Windows-1252; the profile has them as the host does
     int headerLines = 1;
     std::vector<LimitText> limits;  ///< one for each column of numbers, results included
     std::vector<Formula> formulas;

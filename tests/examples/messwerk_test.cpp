@@ -515,6 +515,9 @@ TEST_F(Messwerk, RestoresTheTerminalWhenItIsKilled) {
         terminal.send(signal);
         EXPECT_TRUE(terminal.shows("\x1B[?1049l"));
         int const status = terminal.end();
+#if defined(__SANITIZE_ADDRESS__)
+        if (signal == SIGSEGV) continue;  // reported, and no longer a signal
+#endif
         EXPECT_EQ(WIFSIGNALED(status) ? WTERMSIG(status) : 0, signal);
         EXPECT_TRUE(terminal.isAtRest());
     }

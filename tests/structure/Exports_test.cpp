@@ -102,15 +102,15 @@ TEST(Exports, ThePlatformShowsItsPublishedNamesAndNothingElse) {
         "tqplatform::createWindow tqplatform::defaultAnswer tqplatform::detail "
         "tqplatform::drawDialog tqplatform::encodeRuns tqplatform::findResource "
         "tqplatform::focusControl tqplatform::fromHostPath tqplatform::fromUnicode "
-        "tqplatform::hasDrive tqplatform::installUser tqplatform::isShiftDown "
-        "tqplatform::joinCommandLine tqplatform::mnemonicOf tqplatform::openFile "
-        "tqplatform::randomState tqplatform::readDialogTemplate tqplatform::readFile "
-        "tqplatform::readFileAt tqplatform::readTerminalKey tqplatform::renameFile "
-        "tqplatform::replaceFile tqplatform::runDialog tqplatform::setShiftDown "
-        "tqplatform::splitCommandLine tqplatform::systemCalls tqplatform::takePosted "
-        "tqplatform::toHostPath tqplatform::toLower1252 tqplatform::toUtf8 "
-        "tqplatform::user tqplatform::withoutMnemonic tqplatform::wrapText "
-        "tqplatform::writeFile");
+        "tqplatform::fromUtf8 tqplatform::hasDrive tqplatform::installUser "
+        "tqplatform::isShiftDown tqplatform::joinCommandLine tqplatform::mnemonicOf "
+        "tqplatform::openFile tqplatform::randomState tqplatform::readDialogTemplate "
+        "tqplatform::readFile tqplatform::readFileAt tqplatform::readTerminalKey "
+        "tqplatform::readUtf8 tqplatform::renameFile tqplatform::replaceFile "
+        "tqplatform::runDialog tqplatform::setShiftDown tqplatform::splitCommandLine "
+        "tqplatform::systemCalls tqplatform::takePosted tqplatform::toHostPath "
+        "tqplatform::toLower1252 tqplatform::toUtf8 tqplatform::user "
+        "tqplatform::withoutMnemonic tqplatform::wrapText tqplatform::writeFile");
     EXPECT_EQ(ownersIn(TQPLATFORM_FILE), published);
 }
 

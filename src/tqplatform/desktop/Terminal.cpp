@@ -22,9 +22,15 @@ constexpr int screen = 2;
 constexpr std::string_view enter = "\x1B[?1049h\x1B[?7l\x1B[2J";
 constexpr std::string_view leave = "\x1B[0m\x1B[?7h\x1B[?25h\x1B[?1049l";
 
-// Signals that end a process.
-constexpr int endings[] = {SIGHUP,  SIGINT, SIGQUIT, SIGTERM, SIGABRT,
-                           SIGSEGV, SIGBUS, SIGFPE,  SIGILL,  SIGPIPE};
+/// Signals that end a process, and whether they do so whatever a handler of the host's does.
+struct Ending {
+    int signal;
+    bool isFault;
+};
+constexpr Ending endings[] = {
+    {SIGHUP, false}, {SIGINT, false}, {SIGQUIT, false}, {SIGTERM, false}, {SIGPIPE, false},
+    {SIGABRT, true}, {SIGSEGV, true}, {SIGBUS, true},   {SIGFPE, true},   {SIGILL, true},
+};
 
 constinit int depth = 0;  ///< calls of begin() without their end()
 constinit termios before{};
@@ -42,28 +48,41 @@ void restoreAtExit() {
     depth = 0;
 }
 
-// The handler is in force once: the signal has its usual effect then.
-extern "C" void onEnding(int signal) {
+// What was in force takes over: for a fault of the program by its happening again, else by another
+// signal, which waits until this handler has returned.
+extern "C" void onEnding(int signal, siginfo_t *info, void * /*context*/) {
     restore();
-    raise(signal);
+    for (std::size_t i = 0; i < std::size(endings); ++i)
+        if (endings[i].signal == signal) sigaction(signal, &handlersBefore[i], nullptr);
+    bool const happensAgain = info->si_code > 0 && (signal == SIGSEGV || signal == SIGBUS ||
+                                                    signal == SIGFPE || signal == SIGILL);
+    if (!happensAgain) raise(signal);
 }
 
-// A signal that the host handles or ignores stays so.
+bool isOurs(struct sigaction const &action) {
+    return (action.sa_flags & SA_SIGINFO) != 0 && action.sa_sigaction == onEnding;
+}
+
+// A signal that the host ignores, or handles and may survive, stays his.
 void watchSignals() {
     struct sigaction ours {};
-    ours.sa_handler = onEnding;
-    ours.sa_flags = static_cast<int>(SA_RESETHAND);
+    ours.sa_sigaction = onEnding;
+    ours.sa_flags = SA_SIGINFO;
     sigemptyset(&ours.sa_mask);
     for (std::size_t i = 0; i < std::size(endings); ++i) {
-        sigaction(endings[i], nullptr, &handlersBefore[i]);
-        if (handlersBefore[i].sa_handler == SIG_DFL) sigaction(endings[i], &ours, nullptr);
+        struct sigaction &known = handlersBefore[i];
+        sigaction(endings[i].signal, nullptr, &known);
+        bool const isDefault = (known.sa_flags & SA_SIGINFO) == 0 && known.sa_handler == SIG_DFL;
+        if (isDefault || endings[i].isFault) sigaction(endings[i].signal, &ours, nullptr);
     }
 }
 
 void unwatchSignals() {
-    for (std::size_t i = 0; i < std::size(endings); ++i)
-        if (handlersBefore[i].sa_handler == SIG_DFL)
-            sigaction(endings[i], &handlersBefore[i], nullptr);
+    for (std::size_t i = 0; i < std::size(endings); ++i) {
+        struct sigaction present {};
+        sigaction(endings[i].signal, nullptr, &present);
+        if (isOurs(present)) sigaction(endings[i].signal, &handlersBefore[i], nullptr);
+    }
 }
 
 bool saysUtf8(std::string_view locale) {

@@ -78,20 +78,6 @@ TerminalKey readSequence(std::string_view bytes, bool isAll) {
     return {length + 1, sequenceKey(numbers[0], numbers[1], *last)};
 }
 
-/// The length of a character by its first byte, and the bits that this holds of it; 0 for a byte
-/// that begins none.
-struct Lead {
-    std::size_t length;
-    unsigned int bits;
-};
-Lead leadOf(unsigned char byte) {
-    if (byte < 0x80) return {1, byte};
-    if (byte >= 0xC2 && byte < 0xE0) return {2, byte & 0x1FU};
-    if (byte >= 0xE0 && byte < 0xF0) return {3, byte & 0x0FU};
-    if (byte >= 0xF0 && byte < 0xF5) return {4, byte & 0x07U};
-    return {0, 0};
-}
-
 TerminalKey typed(std::size_t bytes, char c) {
     if (static_cast<unsigned char>(c) < VK_SPACE) return {bytes, std::nullopt};
     return {bytes, Input{.kind = Input::Kind::character, .character = c}};
@@ -101,15 +87,9 @@ TerminalKey readCharacter(std::string_view bytes, bool isUtf8, bool isAll) {
     auto const *const control = std::ranges::find(controlKeys, bytes[0], &ControlKey::byte);
     if (control != std::end(controlKeys)) return {1, pressed(control->key)};
     if (!isUtf8) return typed(1, bytes[0]);
-    auto const [length, bits] = leadOf(static_cast<unsigned char>(bytes[0]));
-    char32_t character = bits;
-    for (std::size_t i = 1; i < length; ++i) {
-        if (i == bytes.size()) return {isAll ? i : 0, std::nullopt};
-        auto const byte = static_cast<unsigned char>(bytes[i]);
-        if ((byte & 0xC0) != 0x80) return {i, std::nullopt};
-        character = character << 6 | (byte & 0x3FU);
-    }
-    return length == 0 ? TerminalKey{1, std::nullopt} : typed(length, fromUnicode(character));
+    auto const [length, character] = readUtf8(bytes);
+    if (length == 0) return {isAll ? bytes.size() : 0, std::nullopt};
+    return typed(length, fromUnicode(character));
 }
 
 }  // namespace

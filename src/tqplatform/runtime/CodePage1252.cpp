@@ -24,6 +24,20 @@ constexpr std::array<unsigned char, 256> makeLowerTable() {
 
 constexpr auto lowerTable = makeLowerTable();
 
+/// The length of a character by its first byte, and the bits that this holds of it; 0 for a byte
+/// that begins none.
+struct Lead {
+    std::size_t length;
+    unsigned int bits;
+};
+Lead leadOf(unsigned char byte) {
+    if (byte < 0x80) return {1, byte};
+    if (byte >= 0xC2 && byte < 0xE0) return {2, byte & 0x1FU};
+    if (byte >= 0xE0 && byte < 0xF0) return {3, byte & 0x0FU};
+    if (byte >= 0xF0 && byte < 0xF5) return {4, byte & 0x07U};
+    return {0, 0};
+}
+
 bool isSpecial(unsigned int byte) {
     return byte - specialBegin < std::size(specials);
 }
@@ -39,6 +53,31 @@ char fromUnicode(char32_t character) {
     auto const *const found = std::ranges::find(specials, character);
     if (found == std::end(specials)) return '\0';
     return static_cast<char>(specialBegin + (found - specials));
+}
+
+Utf8Character readUtf8(std::string_view text) {
+    auto const [length, bits] = leadOf(static_cast<unsigned char>(text[0]));
+    if (length == 0) return {1, U'\0'};
+    char32_t character = bits;
+    for (std::size_t i = 1; i < length; ++i) {
+        if (i == text.size()) return {0, U'\0'};
+        auto const byte = static_cast<unsigned char>(text[i]);
+        if ((byte & 0xC0) != 0x80) return {i, U'\0'};
+        character = character << 6 | (byte & 0x3FU);
+    }
+    return {length, character};
+}
+
+std::string fromUtf8(std::string_view text) {
+    std::string result;
+    for (std::string_view rest = text; !rest.empty();) {
+        auto const [bytes, character] = readUtf8(rest);
+        if (bytes == 0 || (character == U'\0' && rest[0] != '\0')) return std::string(text);
+        char const letter = fromUnicode(character);
+        result += letter == '\0' ? '?' : letter;
+        rest.remove_prefix(bytes);
+    }
+    return result;
 }
 
 void appendUtf8(std::string &text, char16_t character) {

@@ -2,6 +2,7 @@
 
 // Letters of the code page Windows-1252, in which the library's texts are held.
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -31,6 +32,19 @@ constexpr char16_t toUnicode(char c) {
 
 /// The letter of a Unicode character, or NUL where the code page has none.
 TQPLATFORM_API char fromUnicode(char32_t character);
+
+/// A character in UTF-8.
+struct Utf8Character {
+    std::size_t bytes;   ///< that it takes; 0 if the text ends inside of it
+    char32_t character;  ///< NUL for bytes that are none
+};
+
+/// The character at the front of a text, which isn't empty.
+TQPLATFORM_API Utf8Character readUtf8(std::string_view text);
+
+/// A text in UTF-8 as one of this code page, with `?` for characters it hasn't. A text that isn't
+/// UTF-8 stays as it is.
+TQPLATFORM_API std::string fromUtf8(std::string_view text);
 
 /// Appends a character in UTF-8.
 TQPLATFORM_API void appendUtf8(std::string &text, char16_t character);

@@ -39,4 +39,28 @@ TEST(CodePage1252, LowersEveryByteAsItsCharacterIsLowered) {
     }
 }
 
+TEST(CodePage1252, ComesBackFromUtf8) {
+    using tqplatform::fromUtf8;
+    std::string all;
+    for (int byte = 1; byte < 256; ++byte)
+        all += static_cast<char>(byte);
+    EXPECT_EQ(fromUtf8(tqplatform::toUtf8(all)), all);
+    EXPECT_EQ(fromUtf8(std::string("a\0b", 3)), "a?b");
+    EXPECT_EQ(fromUtf8("\xE2\x82\xAD"), "?");
+    for (char const *const other :
+         {"\xE4", "a\xC3", "\xC3\x41", "\xE2\x82", "\x80", "\xF5\x80\x80\x80"})
+        EXPECT_EQ(fromUtf8(other), other);
+}
+
+TEST(CodePage1252, KnowsItsLetters) {
+    std::string letters;
+    for (int byte = 0; byte < 256; ++byte)
+        if (IsCharAlphaA(static_cast<char>(byte)) != 0) letters += static_cast<char>(byte);
+    EXPECT_EQ(letters.size(), 52u + 11 + 62);
+    for (char const c : letters)
+        EXPECT_NE(letters.find(tqplatform::toLower1252(c)), std::string::npos);
+    for (char const c : {'1', '_', '\x80', '\xA0', '\xD7', '\xF7', '\xBF'})
+        EXPECT_EQ(IsCharAlphaA(c), 0);
+}
+
 }  // namespace
