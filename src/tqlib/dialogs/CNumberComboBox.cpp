@@ -1,6 +1,7 @@
 #include "tqlib/dialogs/CNumberComboBox.h"
 
 #include <limits>
+#include <utility>
 
 #include "tqlib/dialogs/NumberText.h"
 
@@ -45,11 +46,11 @@ int add(Value value, TQString const &text, CComboBox &combo) {
 CNumberComboBox::~CNumberComboBox() = default;
 
 int CNumberComboBox::AddValue(double value, TQString format) {
-    return add(value, tqlib::detail::formatDouble(value, format).Trim(), *this);
+    return add(value, tqlib::detail::formatDouble(value, std::move(format)).Trim(), *this);
 }
 
 int CNumberComboBox::AddValue(int value, TQString format) {
-    return add(value, tqlib::detail::FormatIntText(value, format), *this);
+    return add(value, tqlib::detail::FormatIntText(value, std::move(format)), *this);
 }
 
 MessageMap const *CNumberComboBox::GetMessageMap() const {

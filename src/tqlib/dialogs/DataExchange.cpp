@@ -3,6 +3,7 @@
 #include <clocale>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 
 #include "tqlib/dialogs/Limits.h"
 #include "tqlib/dialogs/NumberText.h"
@@ -54,12 +55,12 @@ void show(HWND window, TQString const &text) {
     SetWindowTextA(window, text.Left(mostShown));
 }
 
-void WriteDoubleText(HWND window, double value, TQString const &format) {
-    show(window, formatDouble(value, format));
+void WriteDoubleText(HWND window, double value, TQString format) {
+    show(window, formatDouble(value, std::move(format)));
 }
 
-void WriteIntText(HWND window, int value, TQString const &format) {
-    show(window, FormatIntText(value, format));
+void WriteIntText(HWND window, int value, TQString format) {
+    show(window, FormatIntText(value, std::move(format)));
 }
 
 void choose(HWND combo, TQString const &text) {
@@ -104,7 +105,7 @@ void DDX_Text(CDataExchange *dx, int id, double &value, TQString format) {
     if (isSaving(dx))
         readOrFail(dx, window, value, ReadDoubleText);
     else
-        WriteDoubleText(window, value, format);
+        WriteDoubleText(window, value, std::move(format));
 }
 
 void DDX_Text(CDataExchange *dx, int id, int &value, TQString format) {
@@ -112,7 +113,7 @@ void DDX_Text(CDataExchange *dx, int id, int &value, TQString format) {
     if (isSaving(dx))
         readOrFail(dx, window, value, ReadIntText);
     else
-        WriteIntText(window, value, format);
+        WriteIntText(window, value, std::move(format));
 }
 
 void DDX_Text(CDataExchange *dx, int id, TQString &value) {
@@ -125,9 +126,10 @@ void DDX_CBString(CDataExchange *dx, int id, double &value, TQString format) {
     if (isSaving(dx))
         readOrFail(dx, window, value, ReadDoubleText);
     else
-        choose(window, formatDouble(value, format));
+        choose(window, formatDouble(value, std::move(format)));
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the format has no effect
 void DDX_CBString(CDataExchange *dx, int id, int &value, TQString /*format*/) {
     HWND const window = dx->PrepareCtrl(id);
     if (isSaving(dx))

@@ -1,6 +1,7 @@
 #include "tqlib/dialogs/NumberText.h"
 
 #include <string_view>
+#include <utility>
 
 namespace tqlib::detail {
 namespace {
@@ -36,27 +37,24 @@ Demand demandOf(std::string_view format, std::string_view conversions) {
 
 }  // namespace
 
-TQString FormatDoubleText(double value, TQString const &format) {
-    TQString text = format;
-    if (demandOf(format.text(), doubleConversions).isOneAtMost) text.Format(format, value);
-    return text.Trim();
+TQString FormatDoubleText(double value, TQString format) {
+    if (demandOf(format.text(), doubleConversions).isOneAtMost) format.Format(format, value);
+    return format.Trim();
 }
 
-TQString FormatIntText(int value, TQString const &format) {
-    TQString text = format;
+TQString FormatIntText(int value, TQString format) {
     Demand const demand = demandOf(format.text(), intConversions);
     if (demand.isOneAtMost && demand.isLong)
-        text.Format(format, static_cast<long>(value));
+        format.Format(format, static_cast<long>(value));
     else if (demand.isOneAtMost)
-        text.Format(format, value);
-    return text.Trim();
+        format.Format(format, value);
+    return format.Trim();
 }
 
-TQString formatDouble(double value, TQString const &format) {
-    if (format.text() != "SCIENTIFIC") return FormatDoubleText(value, format);
-    TQString text;
-    text.DoubleFormat(value);
-    return text;
+TQString formatDouble(double value, TQString format) {
+    if (format.text() != "SCIENTIFIC") return FormatDoubleText(value, std::move(format));
+    format.DoubleFormat(value);
+    return format;
 }
 
 }  // namespace tqlib::detail

@@ -24,13 +24,13 @@ constexpr NumberedKey numberedKeys[] = {
 
 /// Sequences "ESC [ letter" and "ESC O letter".
 struct LetteredKey {
-    char letter;
     unsigned int key;
+    char letter;
     bool shift;
 };
 constexpr LetteredKey letteredKeys[] = {
-    {'A', VK_UP, false},  {'B', VK_DOWN, false}, {'C', VK_RIGHT, false}, {'D', VK_LEFT, false},
-    {'F', VK_END, false}, {'H', VK_HOME, false}, {'S', VK_F4, false},    {'Z', VK_TAB, true},
+    {VK_UP, 'A', false},  {VK_DOWN, 'B', false}, {VK_RIGHT, 'C', false}, {VK_LEFT, 'D', false},
+    {VK_END, 'F', false}, {VK_HOME, 'H', false}, {VK_F4, 'S', false},    {VK_TAB, 'Z', true},
 };
 
 /// Bytes that are keys.

@@ -54,9 +54,7 @@ void TextScreen::set(CellPlace place, char16_t character, unsigned int look) {
     bool const isInClip = place.row >= clipFirst_.row && place.row <= clipLast_.row &&
                           place.column >= clipFirst_.column && place.column <= clipLast_.column;
     if (!isOnScreen || !isInClip) return;
-    auto const index = static_cast<std::size_t>(place.row) * static_cast<std::size_t>(columns_) +
-                       static_cast<std::size_t>(place.column);
-    cells_[index] = {isShown(character) ? character : u' ', look};
+    cells_[indexOf(place.row, place.column)] = {isShown(character) ? character : u' ', look};
 }
 
 void TextScreen::put(CellPlace place, std::string_view text, unsigned int look) {
@@ -111,7 +109,7 @@ std::string TextScreen::bytes() const {
     for (int row = 0; row < rows_; ++row) {
         result += "\x1B[" + std::to_string(row + 1) + ";1H";
         for (int column = 0; column < columns_; ++column) {
-            Cell const &cell = cells_[static_cast<std::size_t>(row * columns_ + column)];
+            Cell const &cell = cells_[indexOf(row, column)];
             if (cell.look != look) result += codeOf(cell.look);
             look = cell.look;
             append(result, cell.character);
@@ -128,7 +126,7 @@ std::string TextScreen::row(int number) const {
     std::string result;
     if (number < 0 || number >= rows_) return result;
     for (int column = 0; column < columns_; ++column)
-        append(result, cells_[static_cast<std::size_t>(number * columns_ + column)].character);
+        append(result, cells_[indexOf(number, column)].character);
     result.erase(result.find_last_not_of(' ') + 1);
     return result;
 }

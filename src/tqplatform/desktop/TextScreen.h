@@ -64,6 +64,10 @@ class TQPLATFORM_API TextScreen {
 
     void set(CellPlace place, char16_t character, unsigned int look);
     void append(std::string &bytes, char16_t character) const;
+    std::size_t indexOf(int row, int column) const {
+        return static_cast<std::size_t>(row) * static_cast<std::size_t>(columns_) +
+               static_cast<std::size_t>(column);
+    }
 
     int rows_;
     int columns_;
