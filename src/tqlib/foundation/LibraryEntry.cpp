@@ -32,6 +32,8 @@ int detach() {
 
 }  // namespace
 
+extern "C" char const tqlibEntry = 0;
+
 int libraryEntry(HINSTANCE instance, unsigned int reason, void * /*reserved*/) {
     switch (reason) {
         case DLL_PROCESS_ATTACH:

@@ -9,7 +9,10 @@ namespace tqlib::detail {
 /// is not used. The result is 1, or 0 if the framework refuses the module: nothing has happened
 /// then.
 ///
-/// The shared library's constructor and destructor functions call it with the library's own module.
+/// The library's constructor and destructor functions call it with the library's own module.
 int libraryEntry(HINSTANCE instance, unsigned int reason, void *reserved);
+
+/// Nothing; its name lets the linker take the entry function out of a static library.
+extern "C" char const tqlibEntry;
 
 }  // namespace tqlib::detail
