@@ -124,7 +124,7 @@ class TQLIB_API TQDate {
     TQDate &operator=(char const *text);
     TQDate &operator=(CString const &text);
 
-    /// Takes the date over; the separator becomes `.`, the form stays. A moment that isn't valid
+    /// Takes the date over; the separator becomes a point, the form stays. A moment that isn't valid
     /// gives -1 for year, month and day.
     TQDate &operator=(COleDateTime const &moment);
 
