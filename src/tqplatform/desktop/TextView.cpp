@@ -192,10 +192,11 @@ void DialogView::drawList(ComboBox const &combo, Cells const &cells) {
     screen_.frame(corner, shown + 2, cells.columns);
     auto const width = static_cast<std::size_t>(std::max(cells.columns - 2, 1));
     for (int i = 0; i < shown && first + i < count; ++i) {
-        std::string item = combo.items()[static_cast<std::size_t>(first + i)];
+        int const index = first + i;
+        std::string item = combo.items()[static_cast<std::size_t>(index)];
         item.resize(width, ' ');
         screen_.put({corner.row + 1 + i, corner.column + 1}, item,
-                    first + i == combo.selected() ? reversedCell : plainCell);
+                    index == combo.selected() ? reversedCell : plainCell);
     }
 }
 
