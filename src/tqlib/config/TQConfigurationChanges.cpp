@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <new>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -31,24 +32,35 @@ using tqplatform::FileReplacement;
 using tqplatform::Safety;
 using tqplatform::systemCalls;
 
-/// A temporary file that nobody can read who can't read another file, and that is gone in the end.
+/// The name of a new temporary file, which is gone in the end.
+struct TemporaryName {
+    TQFilename name;
+    bool isHeld;  ///< the file is there, and this object's
+
+    TemporaryName() : isHeld(name.makeTemp() == 0) {}
+    TemporaryName(TemporaryName const &) = delete;
+    TemporaryName &operator=(TemporaryName const &) = delete;
+    ~TemporaryName() {
+        try {
+            if (isHeld) name.remove();
+        } catch (std::bad_alloc const &) {
+            // Without memory for its path the file stays.
+        }
+    }
+};
+
+/// A temporary file that nobody can read who can't read another file.
 class TemporaryFile {
   public:
     /// Makes a file for content of the file `like`.
-    explicit TemporaryFile(int like) : made_(name_.makeTemp() == 0) {
-        if (!made_) return;
-        file_ = Descriptor(
-            tqplatform::openFile(tqplatform::toHostPath(name_.text()).c_str(), O_RDWR, 0));
+    explicit TemporaryFile(int like) {
+        if (!name_.isHeld) return;
+        file_ = Descriptor(tqplatform::openFile(hostPath().c_str(), O_RDWR, 0));
         if (isOpen() && !hide(like)) file_.close();
-    }
-    TemporaryFile(TemporaryFile const &) = delete;
-    TemporaryFile &operator=(TemporaryFile const &) = delete;
-    ~TemporaryFile() {
-        if (made_) name_.remove();
     }
 
     /// Leaves the file where it is.
-    void keep() { made_ = false; }
+    void keep() { name_.isHeld = false; }
 
     bool isOpen() const { return file_.isOpen(); }
     int descriptor() const { return file_.number(); }
@@ -56,14 +68,15 @@ class TemporaryFile {
     /// Puts the file in the place of `other` if they are in one folder.
     bool replace(SettingsFile const &other) {
         bool const replaced = tqplatform::replaceFile(other.hostName(), other.descriptor(),
-                                                      tqplatform::toHostPath(name_.text()),
-                                                      descriptor(), Safety::power);
-        if (replaced) made_ = false;
+                                                      hostPath(), descriptor(), Safety::power);
+        if (replaced) keep();
         return replaced;
     }
 
   private:
     static constexpr mode_t ownerOnly = 0600, permissions = 0777;
+
+    std::string hostPath() const { return tqplatform::toHostPath(name_.name.text()); }
 
     bool hide(int like) const {
         struct stat own {
@@ -75,8 +88,7 @@ class TemporaryFile {
         return hidden || systemCalls.setMode(descriptor(), ownerOnly) == 0;
     }
 
-    TQFilename name_;
-    bool made_;
+    TemporaryName name_;
     Descriptor file_;
 };
 

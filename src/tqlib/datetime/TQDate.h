@@ -124,8 +124,8 @@ class TQLIB_API TQDate {
     TQDate &operator=(char const *text);
     TQDate &operator=(CString const &text);
 
-    /// Takes the date over; the separator becomes a point, the form stays. A moment that isn't valid
-    /// gives -1 for year, month and day.
+    /// Takes the date over; the separator becomes a point, the form stays. A moment that isn't
+    /// valid gives -1 for year, month and day.
     TQDate &operator=(COleDateTime const &moment);
 
     TQDate(TQDate const &) = default;

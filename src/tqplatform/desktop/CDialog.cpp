@@ -24,18 +24,6 @@ HWND makeDialog(unsigned int resource, HWND owner) {
     return description ? createDialog(*description, owner) : nullptr;
 }
 
-/// Ends a dialog's window on every way out.
-class Shown {
-  public:
-    explicit Shown(HWND dialog) : dialog_(dialog) {}
-    Shown(Shown const &) = delete;
-    Shown &operator=(Shown const &) = delete;
-    ~Shown() { DestroyWindow(dialog_); }
-
-  private:
-    HWND dialog_;
-};
-
 }  // namespace
 
 CDialog::~CDialog() = default;
@@ -43,9 +31,8 @@ CDialog::~CDialog() = default;
 int CDialog::DoModal() {
     if (m_hWnd != nullptr) return -1;
     CWnd const *const owner = parent_ != nullptr ? parent_ : AfxGetModuleState()->GetMainWnd();
-    HWND const dialog = makeDialog(resource_, owner == nullptr ? nullptr : owner->m_hWnd);
-    Shown const shown(dialog);
-    return Attach(dialog) != 0 ? runDialog(dialog) : -1;
+    WindowGuard const dialog(makeDialog(resource_, owner == nullptr ? nullptr : owner->m_hWnd));
+    return Attach(dialog.get()) != 0 ? runDialog(dialog.get()) : -1;
 }
 
 void CDialog::EndDialog(int result) {

@@ -216,19 +216,16 @@ void Dialog::setDefault(int id) {
 }
 
 HWND createDialog(DialogTemplate const &description, HWND owner) {
-    HWND const dialog = createWindow("#32770", {description.title, description.style & ~WS_CHILD,
-                                                pixels(description.place), owner, 0});
+    WindowGuard dialog(createWindow("#32770", {description.title, description.style & ~WS_CHILD,
+                                               pixels(description.place), owner, 0}));
     int defaultId = 0;
     for (ControlTemplate const &control : description.controls) {
-        HWND const made = createControl(control, pixels(control.place), dialog);
-        if (made == nullptr) {
-            DestroyWindow(dialog);
-            return nullptr;
-        }
+        HWND const made = createControl(control, pixels(control.place), dialog.get());
+        if (made == nullptr) return nullptr;
         if (defaultId == 0 && (codeOf(made) & DLGC_DEFPUSHBUTTON) != 0) defaultId = control.id;
     }
-    SendMessageA(dialog, DM_SETDEFID, static_cast<WPARAM>(defaultId), 0);
-    return dialog;
+    SendMessageA(dialog.get(), DM_SETDEFID, static_cast<WPARAM>(defaultId), 0);
+    return dialog.release();
 }
 
 }  // namespace tqplatform

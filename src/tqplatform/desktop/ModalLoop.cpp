@@ -94,34 +94,38 @@ void act(HWND dialog, Input const &input) {
     setShiftDown(false);
 }
 
-/// Keeps the owner disabled and the user at the dialog for as long as a loop runs.
+/// Keeps the user at a dialog for as long as its loop runs.
+class UsersTurn {
+  public:
+    explicit UsersTurn(HWND dialog) : dialog_(dialog) { user().begin(dialog); }
+    UsersTurn(UsersTurn const &) = delete;
+    UsersTurn &operator=(UsersTurn const &) = delete;
+    ~UsersTurn() { user().end(dialog_); }
+
+  private:
+    HWND dialog_;
+};
+
+/// Keeps the owner disabled and the dialog the active window for as long as the loop runs. It sends
+/// no messages: the owner hasn't got the focus any more.
 class Modal {
   public:
     explicit Modal(HWND dialog)
-        : dialog_(dialog),
-          owner_(GetParent(dialog)),
+        : owner_(GetParent(dialog)),
           active_(GetActiveWindow()),
-          focus_(GetFocus()) {
-        ownerWasDisabled_ = EnableWindow(owner_, 0) != 0;
+          ownerWasDisabled_(EnableWindow(owner_, 0) != 0) {
         SetActiveWindow(dialog);
-        user().begin(dialog);
     }
     Modal(Modal const &) = delete;
     Modal &operator=(Modal const &) = delete;
     ~Modal() {
-        user().end(dialog_);
         if (!ownerWasDisabled_) EnableWindow(owner_, 1);
         SetActiveWindow(IsWindow(active_) != 0 ? active_ : nullptr);
     }
 
-    /// Gives the focus back to where it was. Not for an exception's way out: it sends messages.
-    void returnFocus() const { SetFocus(IsWindow(focus_) != 0 ? focus_ : nullptr); }
-
   private:
-    HWND dialog_;
     HWND owner_;
     HWND active_;
-    HWND focus_;
     bool ownerWasDisabled_;
 };
 
@@ -144,6 +148,9 @@ void initialise(Dialog const &dialog) {
 int runDialog(HWND dialog) {
     auto const window = Window::findAs<Dialog>(dialog);
     if (window == nullptr) return -1;
+    UsersTurn const turn(dialog);
+    HWND const focus = GetFocus();
+    if (focus != nullptr && focus == window->parent()) SetFocus(nullptr);
     Modal const modal(dialog);
     initialise(*window);
     while (!window->isEnded && IsWindow(dialog) != 0) {
@@ -153,7 +160,7 @@ int runDialog(HWND dialog) {
         else
             act(dialog, user().next(dialog));
     }
-    modal.returnFocus();
+    SetFocus(IsWindow(focus) != 0 ? focus : nullptr);
     return window->isEnded ? window->result : -1;
 }
 

@@ -168,8 +168,8 @@ Input TerminalUser::next(HWND /*dialog*/) {
 }
 
 void TerminalUser::begin(HWND dialog) {
-    Terminal::begin();
     dialogs_.push_back(dialog);
+    Terminal::begin();
 }
 
 void TerminalUser::end(HWND /*dialog*/) {

@@ -60,11 +60,13 @@ HWND Desktop::add(std::shared_ptr<Window> window) {
     auto const parent = Window::find(window->parent_);
     bool const isAlone = window->parent_ == nullptr;
     if (!isAlone && (parent == nullptr || parent->isEnding_)) return nullptr;
+    // A dialog's owner isn't what it stands in.
+    bool const isChild = !isAlone && window->has(WS_CHILD);
+    if (isChild) parent->children_.reserve(parent->children_.size() + 1);
     auto const handle = reinterpret_cast<HWND>(++last);
     window->handle_ = handle;
-    // A dialog's owner isn't what it stands in.
-    if (!isAlone && window->has(WS_CHILD)) parent->children_.push_back(handle);
     windows.emplace(handle, std::move(window));
+    if (isChild) parent->children_.push_back(handle);
     return handle;
 }
 

@@ -10,6 +10,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "tqplatform/desktop/Messages.h"
@@ -178,6 +179,21 @@ class TQPLATFORM_API Window {
     bool isEnding_ = false;
     std::vector<HWND> children_;
     MessageHandler *handler_ = nullptr;
+};
+
+/// Ends a window on every way out of a scope, unless it is released.
+class WindowGuard {
+  public:
+    explicit WindowGuard(HWND window) : window_(window) {}
+    WindowGuard(WindowGuard const &) = delete;
+    WindowGuard &operator=(WindowGuard const &) = delete;
+    ~WindowGuard() { DestroyWindow(window_); }
+
+    HWND get() const { return window_; }
+    HWND release() { return std::exchange(window_, nullptr); }
+
+  private:
+    HWND window_;
 };
 
 /// Takes the next message from the queue; false if there is none.

@@ -1,0 +1,13 @@
+#pragma once
+
+/// Counts the program's calls of operator new, and lets one of them fail.
+struct FailingAllocations {
+    /// Allocations that are held at present.
+    static long held();
+
+    /// Lets the allocation number `number` from now on fail, the first being 1.
+    static void failAt(long number);
+
+    /// Lets none fail any more; true if one has.
+    static bool stop();
+};
