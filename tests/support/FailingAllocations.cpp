@@ -1,7 +1,15 @@
 #include "support/FailingAllocations.h"
 
-#include <cstdlib>
-#include <new>
+#include <cstddef>
+
+// The C runtime's own, which the functions of the published names stand in front of. operator new
+// goes by malloc.
+extern "C" {
+void *__libc_malloc(std::size_t size);
+void *__libc_calloc(std::size_t count, std::size_t size);
+void *__libc_realloc(void *block, std::size_t size);
+void __libc_free(void *block);
+}
 
 namespace {
 
@@ -15,8 +23,7 @@ bool failsNow() {
     return true;
 }
 
-void *allocate(std::size_t size) {
-    void *const block = failsNow() ? nullptr : std::malloc(size == 0 ? 1 : size);
+void *counted(void *block) {
     if (block != nullptr) ++heldNow;
     return block;
 }
@@ -37,37 +44,23 @@ bool FailingAllocations::stop() {
     return hasFailed;
 }
 
-void *operator new(std::size_t size) {
-    void *const block = allocate(size);
-    if (block == nullptr) throw std::bad_alloc();
-    return block;
+extern "C" {
+
+void *malloc(std::size_t size) {
+    return failsNow() ? nullptr : counted(__libc_malloc(size));
 }
 
-void *operator new(std::size_t size, std::nothrow_t const &) noexcept {
-    return allocate(size);
+void *calloc(std::size_t count, std::size_t size) {
+    return failsNow() ? nullptr : counted(__libc_calloc(count, size));
 }
 
-void *operator new[](std::size_t size) {
-    return operator new(size);
+void *realloc(void *block, std::size_t size) {
+    if (block == nullptr) return malloc(size);
+    return failsNow() ? nullptr : __libc_realloc(block, size);
 }
 
-void *operator new[](std::size_t size, std::nothrow_t const &) noexcept {
-    return allocate(size);
-}
-
-void operator delete(void *block) noexcept {
+void free(void *block) {
     if (block != nullptr) --heldNow;
-    std::free(block);
+    __libc_free(block);
 }
-
-void operator delete(void *block, std::size_t) noexcept {
-    operator delete(block);
-}
-
-void operator delete[](void *block) noexcept {
-    operator delete(block);
-}
-
-void operator delete[](void *block, std::size_t) noexcept {
-    operator delete(block);
 }

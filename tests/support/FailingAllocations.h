@@ -1,6 +1,7 @@
 #pragma once
 
-/// Counts the program's calls of operator new, and lets one of them fail.
+/// Counts the program's calls of malloc and its like, and lets one of them fail. Not with a
+/// sanitizer, which has an allocator of its own.
 struct FailingAllocations {
     /// Allocations that are held at present.
     static long held();
