@@ -25,7 +25,7 @@ using tqplatform::Pixel;
 constexpr std::uint64_t largestPicture = 1 << 17;
 
 /// Nobody listens to the messages.
-class DeafUser final : public tqplatform::User {
+class DeafUser final : public tqplatform::AbsentUser {
   public:
     int answer(tqplatform::Message const &message) override {
         return tqplatform::defaultAnswer(message.style);
