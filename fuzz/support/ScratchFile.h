@@ -24,19 +24,19 @@ class ScratchFile {
 
     char const *path() const { return path_.c_str(); }
 
-    /// Replaces the content.
-    void write(std::string_view content) {
-        auto const size = static_cast<ssize_t>(content.size());
+    /// Replaces the content by those bytes.
+    void write(std::string_view bytes) {
+        auto const size = static_cast<ssize_t>(bytes.size());
         if (::ftruncate(descriptor_, 0) != 0 ||
-            ::pwrite(descriptor_, content.data(), content.size(), 0) != size)
+            ::pwrite(descriptor_, bytes.data(), bytes.size(), 0) != size)
             std::abort();
     }
 
     std::string read() const {
-        std::string content(static_cast<std::size_t>(::lseek(descriptor_, 0, SEEK_END)), '\0');
-        auto const size = static_cast<ssize_t>(content.size());
-        if (::pread(descriptor_, content.data(), content.size(), 0) != size) std::abort();
-        return content;
+        std::string bytes(static_cast<std::size_t>(::lseek(descriptor_, 0, SEEK_END)), '\0');
+        auto const size = static_cast<ssize_t>(bytes.size());
+        if (::pread(descriptor_, bytes.data(), bytes.size(), 0) != size) std::abort();
+        return bytes;
     }
 
   private:
