@@ -201,6 +201,23 @@ Answer setValueStep(Change &change, std::string_view header, std::string_view na
     return addValueStep(change, header, name, line);
 }
 
+/// Where the values of a program stand.
+struct ProgramPlace {
+    std::string_view header;
+    std::string versionName;
+};
+
+/// Carries out `steps` on the values of `program`; the result is theirs, or refused.
+template <typename Steps>
+int changeProgram(SettingsFile &file, char const *program, Steps steps) {
+    char room[headerRoom];
+    ProgramPlace const place{headerOf(programCategory, room), versionNameOf(program)};
+    if (place.versionName.size() > longestLine) return refused;
+    Change change(file);
+    Answer const answer = steps(change, place);
+    return change.commit() ? answer : refused;
+}
+
 }  // namespace
 
 int TQConfiguration::newCategorie(char const *category) {
@@ -254,25 +271,19 @@ int TQConfiguration::deleteValue(char const *category, char const *name) {
 }
 
 int TQConfiguration::addProgram(char const *program, char const *version, char const *path) {
-    char room[headerRoom];
     if (program == nullptr || !isReady()) return refused;
-    std::string const versionName = versionNameOf(program);
-    if (versionName.size() > longestLine) return refused;
-    Change change(*file_);
-    std::string_view const header = headerOf(programCategory, room);
-    setValueStep(change, header, program, path);
-    setValueStep(change, header, versionName, version);
-    return change.commit() ? done : refused;
+    return changeProgram(*file_, program, [&](Change &change, ProgramPlace const &place) {
+        setValueStep(change, place.header, program, path);
+        setValueStep(change, place.header, place.versionName, version);
+        return done;
+    });
 }
 
 int TQConfiguration::deleteProgramm(char const *program) {
-    char room[headerRoom];
     if (program == nullptr || !isReady()) return refused;
-    std::string const versionName = versionNameOf(program);
-    if (versionName.size() > longestLine) return refused;
-    Change change(*file_);
-    std::string_view const header = headerOf(programCategory, room);
-    if (deleteValueStep(change, header, program) == refused) return refused;
-    deleteValueStep(change, header, versionName);
-    return change.commit() ? done : refused;
+    return changeProgram(*file_, program, [&](Change &change, ProgramPlace const &place) {
+        Answer const answer = deleteValueStep(change, place.header, program);
+        if (answer == done) deleteValueStep(change, place.header, place.versionName);
+        return answer;
+    });
 }
