@@ -105,19 +105,20 @@ TEST(DataExchange, ShowsNumbers) {
                       {1e30, "%f", "10000000000000000198", "10000000000000000198"},
                       {3, "%d", "%d", "%d"},
                       {3, "%*f", "%*f", "%*f"}};
-    for (auto const &[value, format, field, combo] : rows) {
-        SCOPED_TRACE(format);
+    for (Row const &row : rows) {
+        SCOPED_TRACE(row.format);
         if (*std::localeconv()->decimal_point != '.') continue;  // the formats are the locale's
-        double shown = value;
+        double shown = row.value;
         std::string text;
         exchanged(
             TestDialog::field, "old", 0,
-            [&](CDataExchange *dx) { DDX_Text(dx, TestDialog::field, shown, format); }, &text);
-        EXPECT_EQ(text, field);
+            [&](CDataExchange *dx) { DDX_Text(dx, TestDialog::field, shown, row.format); }, &text);
+        EXPECT_EQ(text, row.field);
         exchanged(
             TestDialog::combo, "old", 0,
-            [&](CDataExchange *dx) { DDX_CBString(dx, TestDialog::combo, shown, format); }, &text);
-        EXPECT_EQ(text, combo);
+            [&](CDataExchange *dx) { DDX_CBString(dx, TestDialog::combo, shown, row.format); },
+            &text);
+        EXPECT_EQ(text, row.combo);
     }
     int number = 42;
     std::string text;

@@ -65,24 +65,25 @@ TEST(NumericEdits, StepWithinTheirRange) {
                       {"2147483647", 0, "2147483647", true, true},
                       {"99999999999", 1, "99999999999", true, true},
                       {"7", 4, "7", false, false}};
-    for (auto const &[text, code, after, beeps, takesFocus] : rows) {
-        SCOPED_TRACE(text);
+    for (Row const &row : rows) {
+        SCOPED_TRACE(row.text);
         ScriptedUser user;
         TestDialog dialog;
         CNumEdit edit;
         dialog.opened = [&] {
             edit.SubclassEdit(TestDialog::field, &dialog);
-            edit.SetWindowTextA(text);
+            edit.SetWindowTextA(row.text);
         };
-        user.press(VK_TAB).then([&, code = code] {
-            edit.SendMessageA(WM_VSCROLL, tqplatform::joinWords(code, 0), 0);
-            EXPECT_EQ(dialog.textOf(TestDialog::field), after);
-            EXPECT_EQ(user.beeps.size(), beeps ? 1u : 0u);
-            EXPECT_EQ(dialog.focused() == TestDialog::field, takesFocus);
+        user.press(VK_TAB).then([&] {
+            edit.SendMessageA(WM_VSCROLL, tqplatform::joinWords(row.code, 0), 0);
+            EXPECT_EQ(dialog.textOf(TestDialog::field), row.after);
+            EXPECT_EQ(user.beeps.size(), row.beeps ? 1u : 0u);
+            EXPECT_EQ(dialog.focused() == TestDialog::field, row.takesFocus);
             int start = -1, end = -1;
             edit.GetSel(start, end);
             EXPECT_EQ(start, 0);
-            EXPECT_EQ(end, std::string(after).size());  // marked when it had the focus first, too
+            EXPECT_EQ(end,
+                      std::string(row.after).size());  // marked when it had the focus first, too
         });
         dialog.DoModal();
     }
