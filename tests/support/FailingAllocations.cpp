@@ -44,6 +44,9 @@ bool FailingAllocations::stop() {
     return hasFailed;
 }
 
+// The libraries are to find them, too.
+#pragma GCC visibility push(default)
+
 extern "C" {
 
 void *malloc(std::size_t size) {
@@ -64,3 +67,5 @@ void free(void *block) {
     __libc_free(block);
 }
 }
+
+#pragma GCC visibility pop
