@@ -1,5 +1,6 @@
 #include "tqlib/foundation/CStrPool.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <mutex>
 
@@ -57,7 +58,7 @@ void registerThread() {
 
 void *allocate(unsigned int size) {
     static_assert(PoolRoom(1) >= sizeof(FreeBlock));
-    void *const block = std::malloc(PoolRoom(size));
+    void *const block = std::malloc(std::max(size, PoolRoom(size)));  // the room of 4 GB is small
     if (block == nullptr) throw std::bad_alloc();
     return block;
 }

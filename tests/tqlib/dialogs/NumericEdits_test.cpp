@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <clocale>
 #include <string>
 #include <vector>
 
@@ -112,14 +113,20 @@ TEST(NumericEdits, JudgeTheirTextAgainstLimits) {
         unusual;
     std::string const tooLarge = "Der eingegebene Wert ist zu gro\xDF!|";
     std::string const none = "Fehler bei der Eingabe|";
+    bool const isComma =
+        *std::localeconv()->decimal_point == ',';  // which ends a number at a point
     struct Row {
         char const *text;
         std::string message;
         int result, resultWithoutLimits;
-    } const rows[] = {{"50", "", 0, 0},           {"100", large, 0, 0}, {"100.5", tooLarge, 1, 0},
-                      {"10", "", 0, 0},           {"9.9", small, 0, 0}, {"0", small, 0, 0},
-                      {"-1e300", tooSmall, 1, 0}, {"12abc", "", 0, 0},  {"abc", none, 1, 1},
-                      {"", none, 1, 1},           {" \t", none, 1, 1},  {"1e999", tooLarge, 1, 0}};
+    } const rows[] = {
+        {"50", "", 0, 0},          {"100", large, 0, 0},
+        {"101.5", tooLarge, 1, 0}, {"100.5", isComma ? large : tooLarge, isComma ? 0 : 1, 0},
+        {"10", "", 0, 0},          {"9.9", small, 0, 0},
+        {"0", small, 0, 0},        {"-1e300", tooSmall, 1, 0},
+        {"12abc", "", 0, 0},       {"abc", none, 1, 1},
+        {"", none, 1, 1},          {" \t", none, 1, 1},
+        {"1e999", tooLarge, 1, 0}};
     for (bool const hasWindow : {true, false}) {
         for (auto const &[text, message, result, resultWithoutLimits] : rows) {
             SCOPED_TRACE(text);
