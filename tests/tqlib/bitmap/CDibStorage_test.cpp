@@ -148,6 +148,7 @@ TEST_F(BitmapFiles, WhatIsNoBitmapIsRefused) {
     EXPECT_EQ(CDib().Write(&file), 0);
     EXPECT_EQ(CDib(CSize(2, 2), 8).Write(&file), 0);
     EXPECT_EQ(CDib().CopyToMapFile(path("m").c_str()), 0);
+    EXPECT_EQ(CDib(CSize(2, 2), 8).CopyToMapFile(path("m").c_str()), 0);
     EXPECT_EQ(user_.messages(), "write error|write error|");
 }
 

@@ -121,6 +121,10 @@ TEST(TQHpCalculator, VariablesAreReadWhenTheyRun) {
     EXPECT_DOUBLE_EQ(calculator.reCalculate(), 12.0);
     EXPECT_DOUBLE_EQ(calculator.calculate("PI"), 3.141592653589793);
     EXPECT_DOUBLE_EQ(calculator.calculate("small"), 0.0);
+    calculator.deleteVariable(static_cast<char const *>(nullptr));
+    calculator.deleteVariable("X");
+    calculator.syntaxCheck("x");
+    EXPECT_DOUBLE_EQ(calculator.reCalculate(), 0.0);
 }
 
 TEST(TQHpCalculator, DeletesTheFirstEntryThatFits) {

@@ -107,9 +107,11 @@ TEST_F(TQConfiguration_, Opening) {
     EXPECT_STREQ(closed.fileName(), "");
     EXPECT_TRUE(closed.stream()->fail());
     EXPECT_EQ(closed.getValue("a", "b"), nullptr);
-    EXPECT_EQ(closed.newCategorie("a"), 0);
-    EXPECT_EQ(closed.addProgram("a", "1", "b"), 1);
-    EXPECT_EQ(closed.deleteProgramm("a"), 1);
+    EXPECT_EQ(closed.searchCategorie("a"), -1);
+    EXPECT_EQ(closed.newCategorie("a") + closed.deleteCategorie("a"), 0);
+    EXPECT_EQ(closed.addValue("a", "b", "c") + closed.setValue("a", "b", "c"), 2);
+    EXPECT_EQ(closed.deleteValue("a", "b"), 1);
+    EXPECT_EQ(closed.addProgram("a", "1", "b") + closed.deleteProgramm("a"), 2);
 
     setenv("TQINI", folder_.file("new.ini").c_str(), 1);
     TQConfiguration fresh;
@@ -117,6 +119,14 @@ TEST_F(TQConfiguration_, Opening) {
     EXPECT_EQ(fresh.newCategorie("TQ"), 1);
     EXPECT_EQ(folder_.read("new.ini"), "\n[TQ]\n");
     EXPECT_EQ(fresh.addValue("TQ", "DIR", "x"), 0);
+    EXPECT_EQ(fresh.newCategorie(nullptr) + fresh.deleteCategorie(nullptr), 0);
+    EXPECT_EQ(fresh.searchCategorie(nullptr), -1);
+    EXPECT_EQ(fresh.getValue("TQ", nullptr), nullptr);
+    EXPECT_EQ(fresh.getProgramVersion(nullptr), nullptr);
+    EXPECT_EQ(fresh.addValue("TQ", nullptr, "c") + fresh.addValue("TQ", "b", nullptr), 2);
+    EXPECT_EQ(fresh.setValue("TQ", nullptr, "c") + fresh.deleteValue("TQ", nullptr), 2);
+    EXPECT_EQ(fresh.addProgram(nullptr, "1", "b") + fresh.deleteProgramm(nullptr), 2);
+    EXPECT_EQ(folder_.read("new.ini"), "\n[TQ]\nDIR=x\n");
     unsetenv("TQDIR");
     EXPECT_EQ(textOf(getLibrarySetting("DIR")), "x");
     setenv("TQDIR", "", 1);

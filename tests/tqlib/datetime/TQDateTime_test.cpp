@@ -100,8 +100,9 @@ TEST(TQDateTime, Arithmetic) {
         EXPECT_EQ(row.result.isValid(), 1);
     }
     TQDateTime const none;
-    for (auto const &result : {late + none, none + late, none - late, none + TQDate(1, 1, 1),
-                               none - TQDate(1, 1, 1), none + TQTime(1L), none - TQTime(1L)}) {
+    for (auto const &result :
+         {late + none, none + late, none - late, late - none, none + TQDate(1, 1, 1),
+          none - TQDate(1, 1, 1), none + TQTime(1L), none - TQTime(1L)}) {
         EXPECT_EQ(result.isValid(), 0);
         EXPECT_EQ(result.year(), TQDate().year());
     }

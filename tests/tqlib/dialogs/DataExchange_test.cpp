@@ -104,7 +104,8 @@ TEST(DataExchange, ShowsNumbers) {
                       {7, "%.1f", "7.0", "7.0"},
                       {1e30, "%f", "10000000000000000198", "10000000000000000198"},
                       {3, "%d", "%d", "%d"},
-                      {3, "%*f", "%*f", "%*f"}};
+                      {3, "%*f", "%*f", "%*f"},
+                      {3, "%f%f", "%f%f", "%f%f"}};
     for (Row const &row : rows) {
         SCOPED_TRACE(row.format);
         if (*std::localeconv()->decimal_point != '.') continue;  // the formats are the locale's

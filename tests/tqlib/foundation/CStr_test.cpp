@@ -190,6 +190,10 @@ TEST(PooledString, TakesTheTextOfAWindow) {
                  "e");
     text.GetWindowText(nullptr);
     EXPECT_STREQ(text, "");
+    text += static_cast<char const *>(nullptr);
+    text.Append(nullptr, 5);
+    text.Format(nullptr);
+    EXPECT_STREQ(text, "");
 }
 
 TEST(PooledStringDeathTest, FatalCallsTellTheirNumberAndAbort) {

@@ -113,6 +113,7 @@ TEST(TQString, SearchIsAboutTheWholeTextAndHasNoClasses) {
     EXPECT_FALSE(TQString("a").Search("[ab]"));
     EXPECT_FALSE(TQString("a.txt").Search("*.TXT"));
     EXPECT_TRUE(TQString().Search(nullptr));
+    EXPECT_TRUE(TQString::Match("*", nullptr));
 }
 
 TEST(TQString, MatchStaysFastOnManyStars) {
