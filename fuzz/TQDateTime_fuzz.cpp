@@ -63,13 +63,14 @@ void checkArithmetic(int const (&parts)[4], int number) {
     TQTime const time(parts[0], parts[1], parts[2], parts[3]);
     std::int64_t const total =
         3600 * std::int64_t{parts[0]} + 60 * std::int64_t{parts[1]} + parts[2];
+    auto const held = static_cast<long>(total);  // the seconds of an operand, 32 bits or 64
     TQTime added(time);
     added.add(parts[1], parts[2], parts[3], number);
     std::int64_t const more =
         3600 * std::int64_t{parts[1]} + 60 * std::int64_t{parts[2]} + parts[3];
     std::pair<TQTime, std::int64_t> const sums[] = {
         {time + number, total + number}, {time - number, total - number},
-        {time + time, 2 * total},        {time - time, 0},
+        {time + time, total + held},     {time - time, total - held},
         {added, total + more},
     };
     for (auto const &[sum, model] : sums) {
