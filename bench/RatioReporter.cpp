@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr char lineFormat[] = "%-15s %-20s %10s %10s %8s %8s %10s\n";
+constexpr char lineFormat[] = "%-26s %-20s %10s %10s %8s %8s %10s\n";
 
 std::string formatNumber(char const *format, double value) {
     char text[32];
