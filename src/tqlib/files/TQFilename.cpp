@@ -14,15 +14,23 @@ constexpr char backslash = '\\';
 constexpr char dot = '.';
 constexpr std::string_view wildcards = "*?[]";
 
-// A bit for each of the eight characters at `text`, the lowest for the first: set if it is `c`.
-unsigned placesOf(char c, char const *text) {
+// The lowest bit of each byte that stands for one of the eight characters at `text`, the lowest
+// byte for the first: set if it is `c`.
+std::uint64_t placesOf(char c, char const *text) {
     static_assert(std::endian::native == std::endian::little);
     constexpr std::uint64_t ones = 0x0101010101010101, low = 0x7F * ones;
     std::uint64_t word;
     std::memcpy(&word, text, sizeof word);
     word ^= ones * static_cast<unsigned char>(c);
-    std::uint64_t const found = ~(((word & low) + low) | word | low) >> 7;  // 1 for each `c`
-    return static_cast<unsigned>(found * 0x0102040810204080 >> 56);
+    return ~(((word & low) + low) | word | low) >> 7;
+}
+
+// The index behind the last `c` of the sixteen characters at `text`, or 0.
+std::size_t behindLastOf16(char const *text, char c) {
+    std::uint64_t const front = placesOf(c, text), back = placesOf(c, text + 8);
+    std::uint64_t const places = back != 0 ? back : front;
+    auto const bits = static_cast<std::size_t>(std::bit_width(places));
+    return (back != 0 ? 8 : 0) + (bits + 7) / 8;
 }
 
 // The index behind the last `c` of `text` from the index `from` on, or `from`. Looks at 16
@@ -30,9 +38,8 @@ unsigned placesOf(char c, char const *text) {
 std::size_t behindLast(std::string_view text, std::size_t from, char c) {
     std::size_t end = text.size();
     for (; end >= 16 && end > from; end -= 16) {
-        char const *const block = text.data() + end - 16;
-        unsigned const places = placesOf(c, block + 8) << 8 | placesOf(c, block);
-        if (places != 0) return std::max(from, end - 16 + std::bit_width(places));
+        std::size_t const behind = behindLastOf16(text.data() + end - 16, c);
+        if (behind != 0) return std::max(from, end - 16 + behind);
     }
     while (end > from && text[end - 1] != c)
         --end;
