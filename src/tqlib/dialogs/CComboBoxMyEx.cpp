@@ -5,7 +5,8 @@
 using tqplatform::highWord;
 using tqplatform::MessageMap;
 
-constinit MessageMap const CComboBoxMyEx::messageMap{&CComboBox::messageMap, {}};
+constinit std::array<tqplatform::MessageEntry, 0> const CComboBoxMyEx::_messageEntries{};
+constinit MessageMap const CComboBoxMyEx::messageMap{&CComboBox::messageMap, _messageEntries};
 
 namespace {
 

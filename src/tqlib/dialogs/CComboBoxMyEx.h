@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+
 #include "tqlib/foundation/Export.h"
 #include "tqplatform/desktop/CComboBox.h"
 
@@ -30,4 +32,5 @@ class TQLIB_API CComboBoxMyEx : public CComboBox {
 
     static tqplatform::MessageMap const *_GetBaseMessageMap();
     static tqplatform::MessageMap const messageMap;
+    static std::array<tqplatform::MessageEntry, 0> const _messageEntries;  ///< none of its own
 };

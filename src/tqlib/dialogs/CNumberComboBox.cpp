@@ -7,7 +7,8 @@
 
 using tqplatform::MessageMap;
 
-constinit MessageMap const CNumberComboBox::messageMap{&CComboBoxMyEx::messageMap, {}};
+constinit std::array<tqplatform::MessageEntry, 0> const CNumberComboBox::_messageEntries{};
+constinit MessageMap const CNumberComboBox::messageMap{&CComboBoxMyEx::messageMap, _messageEntries};
 
 namespace {
 

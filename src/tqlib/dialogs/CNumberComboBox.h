@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+
 #include "tqlib/dialogs/CComboBoxMyEx.h"
 #include "tqlib/foundation/Export.h"
 #include "tqlib/foundation/TQString.h"
@@ -28,4 +30,5 @@ class TQLIB_API CNumberComboBox : public CComboBoxMyEx {
   protected:
     static tqplatform::MessageMap const *_GetBaseMessageMap();
     static tqplatform::MessageMap const messageMap;
+    static std::array<tqplatform::MessageEntry, 0> const _messageEntries;  ///< none of its own
 };

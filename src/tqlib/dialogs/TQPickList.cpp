@@ -10,6 +10,7 @@ template <typename Add>
 int TQPickList::take(TQPickListObject *object, Add add) {
     if (object == nullptr) return 0;
     object->prepare();
+    if (objects_.size() != static_cast<std::size_t>(count())) gather();
     auto const [place, isNew] = objects_.insert(object);
     if (!isNew) return 0;
     try {
@@ -19,6 +20,15 @@ int TQPickList::take(TQPickListObject *object, Add add) {
         throw;
     }
     return 1;
+}
+
+// Looks at the list itself, which has changed behind this object.
+void TQPickList::gather() {
+    objects_.clear();
+    find([this](TQPickListObject *const &object) {
+        objects_.insert(object);
+        return false;
+    });
 }
 
 int TQPickList::insert(TQPickListObject *object) {

@@ -47,6 +47,7 @@ class TQLIB_API TQPickList : public TQHpList<TQPickListObject *> {
     using Base::empty;
     using Base::remove;
 
+    TQLIB_INTERNAL void gather();
     template <typename Add>
     TQLIB_INTERNAL int take(TQPickListObject *object, Add add);
 

@@ -11,6 +11,11 @@ namespace {
 
 constexpr int pageOfItems = 8;
 
+// The index that an item has when the one at `place` is gone; -1 for none.
+int indexWithout(std::intptr_t place, int index) {
+    return index == place ? CB_ERR : index - (index > place ? 1 : 0);
+}
+
 bool sameLetter(char left, char right) {
     return toLower1252(left) == toLower1252(right);
 }
@@ -80,6 +85,7 @@ LRESULT ComboBox::receiveForList(unsigned int message, WPARAM first, LPARAM seco
             return remove(index);
         case CB_RESETCONTENT:
             items_.clear();
+            selectedBefore_ = CB_ERR;
             select(CB_ERR);
             return CB_OKAY;
         case CB_GETLBTEXTLEN:
@@ -164,16 +170,16 @@ int ComboBox::insert(std::intptr_t index, std::string text) {
     if (index < 0 || static_cast<std::size_t>(index) > items_.size()) return CB_ERR;
     items_.insert(items_.begin() + index, std::move(text));
     if (selected_ >= index) ++selected_;
+    if (selectedBefore_ >= index) ++selectedBefore_;
     return static_cast<int>(index);
 }
 
 int ComboBox::remove(std::intptr_t index) {
     if (!isItem(index)) return CB_ERR;
     items_.erase(items_.begin() + index);
-    if (selected_ == index)
-        select(CB_ERR);
-    else if (selected_ > index)
-        --selected_;
+    selectedBefore_ = indexWithout(index, selectedBefore_);
+    if (selected_ == index) select(CB_ERR);
+    selected_ = indexWithout(index, selected_);
     return static_cast<int>(items_.size());
 }
 

@@ -105,7 +105,9 @@ TEST(DataExchange, ShowsNumbers) {
                       {1e30, "%f", "10000000000000000198", "10000000000000000198"},
                       {3, "%d", "%d", "%d"},
                       {3, "%*f", "%*f", "%*f"},
-                      {3, "%f%f", "%f%f", "%f%f"}};
+                      {3, "%f%f", "%f%f", "%f%f"},
+                      {2.5, "%.1Lf|%l%", "%.1Lf|%l%", "%.1Lf|%l%"},
+                      {2.5, "%.1Lf", "2.5", "2.500"}};
     for (Row const &row : rows) {
         SCOPED_TRACE(row.format);
         if (*std::localeconv()->decimal_point != '.') continue;  // the formats are the locale's
@@ -121,16 +123,25 @@ TEST(DataExchange, ShowsNumbers) {
             &text);
         EXPECT_EQ(text, row.combo);
     }
-    int number = 42;
     std::string text;
-    exchanged(
-        TestDialog::field, "", 0,
-        [&](CDataExchange *dx) { DDX_Text(dx, TestDialog::field, number, "%05d"); }, &text);
-    EXPECT_EQ(text, "00042");
-    exchanged(
-        TestDialog::field, "", 0,
-        [&](CDataExchange *dx) { DDX_Text(dx, TestDialog::field, number, "SCIENTIFIC"); }, &text);
-    EXPECT_EQ(text, "SCIENTIFIC");
+    int number = -1;
+    std::pair<char const *, char const *> const ints[] = {
+        {"%05d", "-0001"},   {"SCIENTIFIC", "SCIENTIFIC"},
+        {"%ld", "-1"},       {"%lu", "4294967295"},
+        {"%lx", "ffffffff"}, {"%hhx", "ff"},
+        {"%hd%%", "-1%"},    {"%lld", "%lld"},
+        {"%Ld", "%Ld"},      {"%l", "%l"},
+        {"%5li|", "-1|"}};
+    for (auto const &[format, shown] : ints) {
+        exchanged(
+            TestDialog::field, "", 0,
+            [&, form = format](CDataExchange *dx) {
+                DDX_Text(dx, TestDialog::field, number, form);
+            },
+            &text);
+        EXPECT_EQ(text, shown) << format;
+    }
+    number = 42;
     exchanged(
         TestDialog::combo, "", 0,
         [&](CDataExchange *dx) { DDX_CBString(dx, TestDialog::combo, number, "%05d"); }, &text);

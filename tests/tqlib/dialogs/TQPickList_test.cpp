@@ -60,6 +60,11 @@ TEST(PickList, AgreesWithAVectorAndAnIndex) {
     }
     EXPECT_STREQ(list.makePickList()[0], "other");
     EXPECT_EQ(list.append(nullptr), 0);
+    // What is done to the list that it is made of counts as well.
+    TQHpList<TQPickListObject *> &base = list;
+    base.remove();
+    EXPECT_EQ(list.append(model.back()), 1);
+    EXPECT_EQ(list.append(model.back()), 0);
 }
 
 }  // namespace

@@ -202,6 +202,14 @@ TEST(ComboBox, TellsWhatTheUserDoes) {
         {"opens, goes, leaves", TestDialog::combo,
          [](ScriptedUser &user) { user.pressAlt(VK_DOWN).press(VK_DOWN).press(VK_ESCAPE); },
          "102:7 102:1 102:10 102:8 ", ""},
+        {"leaves an open list that has got an item ahead of its own", TestDialog::combo,
+         [](ScriptedUser &user) {
+             user.press(VK_DOWN).press(VK_F4).press(VK_DOWN).then([] {
+                 SendMessageA(GetFocus(), CB_INSERTSTRING, 0, reinterpret_cast<LPARAM>("a0"));
+             });
+             user.press(VK_ESCAPE);
+         },
+         "102:9 102:1 102:7 102:1 102:10 102:8 ", "a1"},
         {"opens and goes away", TestDialog::combo,
          [](ScriptedUser &user) { user.press(VK_F4).press(VK_DOWN).press(VK_TAB); },
          "102:7 102:1 102:9 102:8 102:4 103:3 ", "a1"},
