@@ -12,6 +12,7 @@ SettingsReader::SettingsReader(SettingsDraft const &content)
 
 // Brings more of the file behind what isn't taken yet.
 bool SettingsReader::fill() {
+    if (ended_) return false;
     std::size_t const kept = blockEnd_ - next_;
     std::memmove(block_.get(), block_.get() + next_, kept);
     offset_ = position();
@@ -19,8 +20,9 @@ bool SettingsReader::fill() {
     blockEnd_ = kept;
     ssize_t const got = content_.read(offset_ + static_cast<std::int64_t>(kept),
                                       block_.get() + kept, blockSize - kept);
-    failed_ = failed_ || got < 0;
-    if (got <= 0) return false;
+    failed_ = got < 0;
+    ended_ = got <= 0;
+    if (ended_) return false;
     blockEnd_ += static_cast<std::size_t>(got);
     return true;
 }
@@ -32,19 +34,25 @@ bool SettingsReader::has(std::size_t count) {
     return true;
 }
 
+// The next line end, if it is there within the longest line; null otherwise.
+char const *SettingsReader::lineEnd() const {
+    std::size_t const count = std::min(blockEnd_ - next_, longestLine + 1);
+    return static_cast<char const *>(std::memchr(block_.get() + next_, '\n', count));
+}
+
 bool SettingsReader::takeLine() {
-    bool const whole = has(longestLine + 1);
+    char const *end = lineEnd();
+    bool const whole = end != nullptr || has(longestLine + 1);
+    if (end == nullptr) end = lineEnd();
     std::size_t const left = blockEnd_ - next_;
     char const *const line = block_.get() + next_;
-    void const *const lineEnd = std::memchr(line, '\n', std::min(left, longestLine + 1));
     std::size_t const length =
-        lineEnd == nullptr ? std::min(left, longestLine)
-                           : static_cast<std::size_t>(static_cast<char const *>(lineEnd) - line);
+        end == nullptr ? std::min(left, longestLine) : static_cast<std::size_t>(end - line);
     begin_ = position();
-    next_ += length + (lineEnd == nullptr ? 0 : 1);
-    if (lineEnd != nullptr) lineStart_ = position();
+    next_ += length + (end == nullptr ? 0 : 1);
+    if (end != nullptr) lineStart_ = position();
     text_ = {line, strnlen(line, length)};
-    metEnd_ = !whole && lineEnd == nullptr && next_ == blockEnd_;
+    metEnd_ = !whole && end == nullptr && next_ == blockEnd_;
     isAtEnd_ = left == 0;
     return !isAtEnd_ && !failed_;
 }

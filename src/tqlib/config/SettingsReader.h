@@ -50,6 +50,7 @@ class SettingsReader {
     std::int64_t position() const { return offset_ + static_cast<std::int64_t>(next_); }
     bool fill();
     bool has(std::size_t count);
+    char const *lineEnd() const;
     bool takeLine();
 
     SettingsDraft const &content_;
@@ -63,6 +64,7 @@ class SettingsReader {
     std::string_view value_;
     bool metEnd_ = false;
     bool isAtEnd_ = false;
+    bool ended_ = false;  ///< nothing comes behind the block
     bool failed_ = false;
 };
 
