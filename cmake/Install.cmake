@@ -15,9 +15,9 @@ set(internal_headers
   CStrRecord.h Descriptor.h DibMemory.h EditControl.h EditText.h FileHandle.h FileReplacement.h
   FormatNumber.h InformationBitmap.h LibraryEntry.h Limits.h NumberField.h NumberText.h
   ObjectTable.h Palette.h QuestionDialog.h Resources.h RunLength.h ScanNumber.h SettingsDraft.h
-  SettingsFile.h SettingsReader.h StaticControl.h SystemCalls.h Terminal.h TerminalKeys.h
-  TextForm.h TextScreen.h TextView.h TQHpKeywords.h TQHpOperations.h TQHpToken.h TQStringStreams.h
-  VersionBlock.h)
+  SettingsFile.h SettingsReader.h SharedResult.h StaticControl.h SystemCalls.h Terminal.h
+  TerminalKeys.h TextForm.h TextScreen.h TextView.h TQHpKeywords.h TQHpOperations.h TQHpToken.h
+  TQStringStreams.h VersionBlock.h)
 foreach(library IN ITEMS tqplatform tqlib)
   set(excluded)
   foreach(header IN LISTS internal_headers)

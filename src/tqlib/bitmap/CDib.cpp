@@ -20,6 +20,9 @@ namespace {
 [[gnu::constructor]] void registerClass() {
     AfxClassInit(&CDib::classCDib);
 }
+[[gnu::destructor]] void forgetClass() {
+    AfxGetModuleState()->forgetClass(&CDib::classCDib);
+}
 
 }  // namespace
 

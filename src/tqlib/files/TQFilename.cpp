@@ -7,12 +7,20 @@
 #include <string_view>
 
 #include "tqlib/foundation/ScanNumber.h"
+#include "tqlib/foundation/SharedResult.h"
 
 namespace {
 
 constexpr char backslash = '\\';
 constexpr char dot = '.';
 constexpr std::string_view wildcards = "*?[]";
+
+constinit tqlib::detail::SharedResult<TQString> sharedPath, sharedName;
+
+[[gnu::destructor]] void releaseResults() {
+    sharedPath.release();
+    sharedName.release();
+}
 
 // The lowest bit of each byte that stands for one of the eight characters at `text`, the lowest
 // byte for the first: set if it is `c`.
@@ -112,13 +120,13 @@ TQString &TQFilename::GetExtension() {
 }
 
 TQString &TQFilename::GetPath() {
-    static TQString path;
+    TQString &path = sharedPath.get();
     path.assign(text().substr(0, split()));
     return path;
 }
 
 TQString &TQFilename::GetName() {
-    static TQString name;
+    TQString &name = sharedName.get();
     name.assign(text().substr(split()));
     return name;
 }

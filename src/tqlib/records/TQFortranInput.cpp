@@ -6,6 +6,7 @@
 #include <type_traits>
 
 #include "tqlib/foundation/ScanNumber.h"
+#include "tqlib/foundation/SharedResult.h"
 #include "tqlib/records/ColumnNumber.h"
 #include "tqlib/records/NumberField.h"
 
@@ -20,6 +21,12 @@ static_assert(sizeof blanks == 20 + 1);
 
 /// Most characters of a line that nextline() drops, and one for the NUL.
 constexpr int lineLimit = 32001;
+
+constinit tqlib::detail::SharedResult<std::string> sharedLine;
+
+[[gnu::destructor]] void releaseLine() {
+    sharedLine.release();
+}
 
 /// A width as readftn() takes it.
 int toWidth(unsigned int width) {
@@ -193,7 +200,7 @@ void TQFortranInput::reReadLine() {
 }
 
 char const *TQFortranInput::currentLine() {
-    static std::string text;
+    std::string &text = sharedLine.get();
     reReadLine();
     text.clear();
     for (int c = get(); c >= 0 && c != '\n'; c = get())

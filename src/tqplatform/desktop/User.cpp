@@ -54,9 +54,10 @@ Input AbsentUser::next(HWND /*dialog*/) {
 
 User &user() {
     if (installed != nullptr) return *installed;
-    static AbsentUser nobody;
-    static TerminalUser atTerminal;
-    return TerminalUser::isThere() ? static_cast<User &>(atTerminal) : nobody;
+    // Never destroyed: static objects of the host may have something to say in their destructors.
+    static User *const nobody = new AbsentUser;
+    static User *const atTerminal = new TerminalUser;
+    return TerminalUser::isThere() ? *atTerminal : *nobody;
 }
 
 User *installUser(User *user) {

@@ -7,6 +7,15 @@ namespace {
 
 constinit AFX_MODULE_STATE moduleState;
 
+// Takes `node` out of the list that begins with `first`, if it is there.
+template <typename Node>
+void takeOut(Node *&first, Node *Node::*next, Node const *node) {
+    Node **place = &first;
+    while (*place != nullptr && *place != node)
+        place = &((*place)->*next);
+    if (*place != nullptr) *place = node->*next;
+}
+
 }  // namespace
 
 CDynLinkLibrary::CDynLinkLibrary(AFX_EXTENSION_MODULE &record, bool /*systemLibrary*/)
@@ -48,10 +57,7 @@ void AFX_MODULE_STATE::link(CDynLinkLibrary *library) {
 }
 
 void AFX_MODULE_STATE::unlink(CDynLinkLibrary *library) {
-    CDynLinkLibrary **place = &libraries;
-    while (*place != nullptr && *place != library)
-        place = &(*place)->next_;
-    if (*place == library) *place = library->next_;
+    takeOut(libraries, &CDynLinkLibrary::next_, library);
 }
 
 void AFX_MODULE_STATE::deleteLinks(HINSTANCE module) {
@@ -61,6 +67,10 @@ void AFX_MODULE_STATE::deleteLinks(HINSTANCE module) {
         if (library->module_ == module) delete library;
         library = next;
     }
+}
+
+void AFX_MODULE_STATE::forgetClass(CRuntimeClass *runtimeClass) {
+    takeOut(classes, &CRuntimeClass::nextClass, runtimeClass);
 }
 
 AFX_MODULE_STATE *AfxGetModuleState() {

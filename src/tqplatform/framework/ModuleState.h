@@ -62,6 +62,9 @@ struct TQPLATFORM_API AFX_MODULE_STATE {
     void unlink(CDynLinkLibrary *library);
     void deleteLinks(HINSTANCE module);
 
+    /// Takes a class out of the list of registered ones, if it is there.
+    void forgetClass(CRuntimeClass *runtimeClass);
+
     /// The main window of the application, or null.
     CWnd *GetMainWnd() const { return mainWindow; }
 
@@ -85,5 +88,5 @@ TQPLATFORM_API int AfxInitExtensionModule(AFX_EXTENSION_MODULE &record, HINSTANC
 TQPLATFORM_API void AfxTermExtensionModule(AFX_EXTENSION_MODULE &record, bool all = false);
 
 /// Registers a class, once, so that objects of it can be read from an archive. The record is static
-/// and not null.
+/// and not null; a module that is unloaded forgets its classes, see AFX_MODULE_STATE.
 TQPLATFORM_API void AfxClassInit(CRuntimeClass *runtimeClass);

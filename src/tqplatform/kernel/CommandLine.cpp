@@ -113,8 +113,9 @@ std::string joinCommandLine(std::vector<std::string> const &words) {
 }  // namespace tqplatform
 
 char const *GetCommandLineA() {
-    static std::string const commandLine = tqplatform::ownCommandLine();
-    return commandLine.c_str();
+    // Never destroyed: static objects of the host may ask for it in their destructors.
+    static auto const *const commandLine = new std::string(tqplatform::ownCommandLine());
+    return commandLine->c_str();
 }
 
 unsigned int GetModuleFileNameA(HINSTANCE module, char *buffer, unsigned int size) {

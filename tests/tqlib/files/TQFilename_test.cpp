@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <string>
 
 #include "tqlib/files/filesystem.h"
@@ -11,6 +12,14 @@ namespace {
 std::string whole(TQFilename const &file) {
     return std::string(file.text());
 }
+
+/// Ends after the objects that the library makes at their first use, and still uses one.
+struct Late {
+    ~Late() {
+        TQFilename file("C:\\a\\path\\that\\needs\\memory\\file.txt");
+        if (file.GetPath() != "C:\\a\\path\\that\\needs\\memory\\") std::abort();
+    }
+} const late;
 
 struct Parts {
     char const *path, *drive, *directory, *filename, *extension;
