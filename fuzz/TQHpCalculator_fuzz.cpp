@@ -115,6 +115,13 @@ class CalculatorModel {
 
 using Model = CalculatorModel;
 
+// As atof, but for its words INF and NAN.
+double numberOf(char const *token) {
+    std::size_t const blanks = std::strspn(token, "\t\n\v\f\r");
+    char const first = token[blanks + std::strspn(token + blanks, "+-")];
+    return first == 'I' || first == 'N' ? 0.0 : std::atof(token);
+}
+
 std::map<std::string, Model::Operation> const CalculatorModel::keywords = {
     {"+", &Model::binary<&sum>},
     {"-", &Model::binary<&difference>},
@@ -164,7 +171,7 @@ void CalculatorModel::compile(std::string const &text) {
         else if (variable != variables_.end())
             commands_.push_back({"", variable->value, 0.0});
         else
-            commands_.push_back({"", nullptr, std::atof(token)});
+            commands_.push_back({"", nullptr, numberOf(token)});
     }
 }
 

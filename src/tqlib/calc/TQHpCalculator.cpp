@@ -1,5 +1,6 @@
 #include "tqlib/calc/TQHpCalculator.h"
 
+#include <cctype>
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -29,13 +30,21 @@ bool isNamed(TQHpToken const &token, char const *name) {
                                                          : endsLike(token.text, name);
 }
 
-/// What atof makes of `token`, with the decimal point `point`.
+/// True if `token` begins with a letter, behind blanks and signs.
+bool isWord(std::string_view token) {
+    std::size_t const first = token.find_first_not_of("\t\n\v\f\r+-");
+    return first != token.npos && std::isalpha(static_cast<unsigned char>(token[first])) != 0;
+}
+
+/// What atof makes of `token`, with the decimal point `point`, but for words that it takes for
+/// numbers, such as INF: a misspelt name is 0.0.
 double toNumber(std::string_view token, char point) {
     double value = 0.0;
     auto const *const behind =
         tqlib::detail::readPlainNumber<tqlib::detail::BytewiseDigits>(token.data(), point, value);
     // The C runtime gets the token alone: it would pass over white space into the next one.
-    return behind != nullptr ? value : std::strtod(std::string(token).c_str(), nullptr);
+    if (behind != nullptr) return value;
+    return isWord(token) ? 0.0 : std::strtod(std::string(token).c_str(), nullptr);
 }
 
 }  // namespace

@@ -8,7 +8,8 @@
 //     calculator.calculate("CELSIUS 1.8 * 32 +");    // 70.7
 //
 // A text is a row of tokens with blanks between them, in any case: keywords, names of variables in
-// capitals, numbers. What is none of these is the number that atof makes of it, 0.0 if none.
+// capitals, numbers. What is none of these is the number that atof makes of it, 0.0 if none:
+// INF and NAN are words like others.
 // Keywords (a is the top of the stack, b the value under it; angles in radians):
 //
 //     + - * /              b + a, b - a, b * a, b / a

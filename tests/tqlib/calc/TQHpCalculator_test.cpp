@@ -57,6 +57,9 @@ TEST(TQHpCalculator, EvaluatesOnANewStack) {
         {"\t 7", 7.0, 3},
         {"1\t2", 1.0, 2},
         {"0x10", 16.0, 2},
+        {"INF", 0.0, 2},
+        {"-Nan", 0.0, 2},
+        {"inflow", 0.0, 2},
         {"--5", 0.0, 2},
         {"1 0 /", INFINITY, 2},
     };
