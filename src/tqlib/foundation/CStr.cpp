@@ -128,6 +128,14 @@ void CStr::append(std::string_view text) {
     setLength(*record_, length);
 }
 
+// Replaces the text and keeps the room for it. What can fail comes first.
+void CStr::refill(std::string_view text) {
+    if (text.empty()) return Empty();
+    makeRoom(checked(text.size()));
+    Empty();
+    append(text);
+}
+
 CStr &CStr::operator+=(char c) {
     append({&c, 1});
     return *this;
@@ -183,8 +191,7 @@ char CStr::Last() const {
 
 void CStr::Mid(unsigned short start, unsigned short count, CStr &out) const {
     CStr const kept(*this);  // `out` may be this string
-    out.Empty();
-    if (start < kept.GetLength()) out.append(kept.view().substr(start, count));
+    out.refill(kept.view().substr(std::min<std::size_t>(start, kept.GetLength()), count));
 }
 
 void CStr::Left(unsigned short count, CStr &out) const {

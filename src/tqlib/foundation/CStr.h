@@ -160,6 +160,7 @@ class CStr {
     void adopt(CStrRecord *record) noexcept;
     void assign(std::string_view text);
     void append(std::string_view text);
+    void refill(std::string_view text);
     void cut(std::size_t length);
     void makeRoom(std::size_t length);
     CStr joined(std::string_view text) const;
