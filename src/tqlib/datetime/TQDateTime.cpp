@@ -79,10 +79,12 @@ TQDateTime &TQDateTime::operator=(TQDateTime const &other) {
 }
 
 void TQDateTime::now() {
-    do {
+    date_.now();
+    time_.now();
+    if (TQDate() != date_) {  // midnight came in between
         date_.now();
         time_.now();
-    } while (TQDate() != date_);  // midnight came in between
+    }
     valid_ = 1;
 }
 

@@ -35,6 +35,7 @@ TQArgv::TQArgv(TQArgv const &other)
 }
 
 TQArgv &TQArgv::operator=(TQArgv const &other) {
+    if (this == &other) return *this;  // its texts are in use
     TQArgv copy(other);
     argv_.swap(copy.argv_);
     text_.swap(copy.text_);
