@@ -98,7 +98,7 @@ class TQLIB_API TQDate {
     int daysInYear() const { return tqlib::detail::isLeapYear(year_) ? 366 : 365; }
 
     /// The day count of a date, of which the year comes first, or of this date. A month outside 1
-    /// to 12 counts as the day before the first of that year.
+    /// to 12 gives the count of 30 December of the year before.
     static long numberofdays(int year, int month, int day) {
         return static_cast<long>(tqlib::detail::dayCountOf(year, month, day));
     }

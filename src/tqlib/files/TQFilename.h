@@ -97,8 +97,9 @@ class TQLIB_API TQFilename : public TQString {
     void removeFilename();
 
     /// Composes the path from parts. A backslash is put in front of the name unless drive and path
-    /// are empty or end in one, and a dot in front of the extension unless one of the two is empty
-    /// or has it. An argument that is a part of this object counts as empty.
+    /// are empty or end in one, and a dot in front of the extension unless it is empty or begins
+    /// with one, or what stands ahead of it is empty or ends in one. An argument that is a part of
+    /// this object counts as empty.
     void set(TQString const &drive, TQString const &path, TQString const &name,
              TQString const &extension);
 
