@@ -117,9 +117,7 @@ std::uint64_t declaredSize(std::string file) {
     BITMAPINFOHEADER header;
     file.resize(std::max<std::size_t>(file.size(), 14 + sizeof header));
     std::memcpy(&header, file.data() + 14, sizeof header);
-    std::uint64_t const lines = tqplatform::lineBytes(header.biWidth, header.biBitCount) *
-                                static_cast<std::uint64_t>(tqplatform::lineCount(header));
-    return std::max<std::uint64_t>(lines, header.biSizeImage);
+    return std::max<std::uint64_t>(tqplatform::pictureBytes(header), header.biSizeImage);
 }
 
 void tryFile(std::string const &content) {

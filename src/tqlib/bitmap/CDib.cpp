@@ -127,17 +127,17 @@ void CDib::ComputePaletteSize(int bitCount) {
     }
 }
 
-// Throws a CException for any other header than that of 40 bytes, and for bits beyond 2^31 - 1
-// bytes.
+// Throws a CException for any other header than that of 40 bytes, and for a header with its colour
+// table, or bits, beyond 2^31 - 1 bytes.
 void CDib::ComputeMetrics() {
+    constexpr std::uint64_t most = std::numeric_limits<std::int32_t>::max();
     colorTable = reinterpret_cast<RGBQUAD *>(header + 1);
     imageSize = 0;
     if (header->biSize != headerSize) throw new CException;
-    std::uint64_t const computed = tqplatform::lineBytes(header->biWidth, header->biBitCount) *
-                                   static_cast<std::uint64_t>(tqplatform::lineCount(*header));
-    std::uint64_t const size = header->biSizeImage != 0 ? header->biSizeImage : computed;
-    if (size > std::numeric_limits<std::int32_t>::max()) throw new CException;
-    imageSize = static_cast<std::uint32_t>(size);
+    std::uint64_t const table = sizeof(RGBQUAD) * std::uint64_t{tqplatform::colorsOf(*header)};
+    std::uint64_t const bits = tqplatform::bitsOf(*header);
+    if (headerSize + table > most || bits > most) throw new CException;
+    imageSize = static_cast<std::uint32_t>(bits);
 }
 
 int CDib::MakePalette() {
@@ -176,17 +176,17 @@ int CDib::Draw(CDC *dc, CPoint origin, CSize size) {
     if (dc != nullptr) dc->SetStretchBltMode(COLORONCOLOR);
     StretchDIBits(context, static_cast<int>(origin.x), static_cast<int>(origin.y),
                   static_cast<int>(size.cx), static_cast<int>(size.cy), 0, 0, header->biWidth,
-                  header->biHeight, image, info(), DIB_RGB_COLORS, SRCCOPY);
+                  header->biHeight, completeBits(), info(), DIB_RGB_COLORS, SRCCOPY);
     return 1;
 }
 
 HBITMAP CDib::CreateBitmap(CDC *dc) {
     if (imageSize == 0) return nullptr;
-    return CreateDIBitmap(contextOf(dc), header, CBM_INIT, image, info(), DIB_RGB_COLORS);
+    return CreateDIBitmap(contextOf(dc), header, CBM_INIT, completeBits(), info(), DIB_RGB_COLORS);
 }
 
 HBITMAP CDib::CreateSection(CDC *dc) {
-    if (header == nullptr || image != nullptr) return nullptr;
+    if (image != nullptr || !isComplete()) return nullptr;
     void *bits = nullptr;
     bitmapHandle = CreateDIBSection(contextOf(dc), info(), DIB_RGB_COLORS, &bits, nullptr, 0);
     image = static_cast<std::uint8_t *>(bits);

@@ -11,7 +11,8 @@
 //
 // Header and bits may be the object's own memory, a block of the caller's, a file in memory or a
 // section of the graphics system. The fields tell where they are, whichever it is; lines go from
-// the bottom to the top. A caller who changes fields must leave a bitmap that they describe.
+// the bottom to the top. A caller who changes fields must leave a bitmap that they describe: where
+// the header promises more than there is, the bitmap isn't drawn, written or compressed.
 
 #include <cstdint>
 
@@ -41,14 +42,17 @@ class TQLIB_API CDib : public CObject {
     CDib();
 
     /// A bitmap of `size` with `bitCount` bits a pixel and a black colour table, but without bits:
-    /// image is null. Sizes below 0 and bit counts above 65535 make no bitmap that can be shown.
+    /// image is null. Sizes below 0, bits beyond 2^31 - 1 bytes and bit counts that a header hasn't
+    /// make no bitmap that can be shown.
     CDib(CSize size, int bitCount);
 
+    /// Frees the bitmap, as Empty() does.
     ~CDib() override;
 
     /// A new object without a bitmap, the caller's.
     static CObject *CreateObject();
 
+    /// The record of this class, and that of its base.
     CRuntimeClass const *GetRuntimeClass() const override;
     static CRuntimeClass const *_GetBaseClass();
 
@@ -76,7 +80,8 @@ class TQLIB_API CDib : public CObject {
     unsigned int UsePalette(CDC *dc, int background);
 
     /// Draws the bitmap, stretched to `size`, with its upper left corner at `origin`; a negative
-    /// size mirrors it. 1, or 0 without a bitmap.
+    /// size mirrors it. 1, also if it can't be shown: its form isn't known, or its bits are fewer
+    /// than its lines take. 0 without a bitmap.
     int Draw(CDC *dc, CPoint origin, CSize size);
 
     /// A bitmap of the graphics system with the same picture, the caller's; null if there is no
@@ -87,7 +92,8 @@ class TQLIB_API CDib : public CObject {
     /// object keeps, or null.
     HBITMAP CreateSection(CDC *dc);
 
-    /// Attaches the bitmap resource with the low 16 bits of `id` as its number. 1, or 0.
+    /// Attaches the bitmap resource with the low 16 bits of `id` as its number. 1, or 0 with the
+    /// present bitmap kept if there is none; 0 with a message, and no bitmap then, if it isn't one.
     int LoadBitmapA(unsigned int id);
 
     // The pixel at `x` from the left and `y` from the top of a bitmap of 4, 8 or 24 bits that isn't
@@ -104,8 +110,9 @@ class TQLIB_API CDib : public CObject {
     int Get256Color(int x, int y) const;
 
     /// Reads a BMP file from the place where `file` stands. Its bits are where its header says;
-    /// what the file is too short for is 0. 1, or 0 with a message, and no bitmap then, for what
-    /// isn't a BMP file with a header of 40 bytes, or for lack of memory.
+    /// what the file is too short for is 0. 1, or 0 with a message for what isn't a BMP file with a
+    /// header of 40 bytes, lacks more than 1 MB of the colour table or 64 MB of the bits, or for
+    /// lack of memory. What was read by then, a header at most, stays, without bits.
     int Read(CFile *file);
 
     /// The same, uncompressed files only, into a section of the graphics system, whose palette is
@@ -119,17 +126,19 @@ class TQLIB_API CDib : public CObject {
     void Serialize(CArchive &archive) override;
 
     /// Uses the bitmap in the file `path` where it is: changes of the bits are changes of the file,
-    /// which nobody else may change meanwhile, nor map if `share` is 0. 1, or 0 with a message and
-    /// the present bitmap kept.
+    /// which nobody else may change meanwhile, and nobody can map, whatever `share` is. 1, or 0
+    /// with a message and the present bitmap kept; for another header than that of 40 bytes no
+    /// bitmap is left.
     int AttachMapFile(char const *path, int share);
 
-    /// Moves the bitmap to a new file in memory, in place of one that is there, and goes on there.
-    /// 1, or 0 with the bitmap and the file kept.
+    /// Moves the bitmap to a file in memory, in place of the content of one that is there, and goes
+    /// on there. 1, or 0 with the bitmap and the content of the file kept.
     int CopyToMapFile(char const *path);
 
-    /// Uses a block that holds a header, a colour table and bits. It is freed with the bitmap if
-    /// `mustDelete` isn't 0: as the memory block `global`, or with operator delete if that is null.
-    /// The caller answers for the block being as long as its header says. 1, or 0 with a message.
+    /// Uses a block at an even address that holds a header, a colour table and bits. It is freed
+    /// with the bitmap if `mustDelete` isn't 0, also if the result is 0: as the memory block
+    /// `global`, or with operator delete if that is null. The caller answers for the block being as
+    /// long as its header says. 1, or 0 with a message.
     int AttachMemory(void *block, int mustDelete, void *global);
 
     /// Turns a bitmap of 4 or 8 bits into its run-length code, or back if `compress` is 0. 1, or 0
@@ -193,6 +202,15 @@ class TQLIB_API CDib : public CObject {
     }
 
     BITMAPINFO *info() const { return reinterpret_cast<BITMAPINFO *>(header); }
+
+    /// True if there is a header, and all that it promises.
+    bool isComplete() const {
+        return header != nullptr && header->biSize == headerSize &&
+               static_cast<std::int64_t>(tqplatform::colorsOf(*header)) <= colorCount &&
+               tqplatform::bitsOf(*header) <= imageSize;
+    }
+    std::uint8_t *completeBits() const { return isComplete() ? image : nullptr; }
+
     static void tellOtherDepth();
 
     TQLIB_INTERNAL void forget();
@@ -200,7 +218,6 @@ class TQLIB_API CDib : public CObject {
     TQLIB_INTERNAL void ComputeMetrics();
     TQLIB_INTERNAL void DetachMapFile();
     TQLIB_INTERNAL void readHeader(CFile &file);
-    TQLIB_INTERNAL void readBits(CFile &file);
     TQLIB_INTERNAL int attach(void *block, std::uint64_t size);
     TQLIB_INTERNAL int takeCompressed(CDC *dc, HBITMAP bitmap, int compress);
 };

@@ -25,7 +25,13 @@ constexpr std::uint16_t fileType = 0x4D42;  // "BM"
 constexpr std::size_t fileHeaderSize = 14;
 constexpr std::size_t infoHeaderSize = sizeof(BITMAPINFOHEADER);
 
-/// The header of a BMP file; its numbers are little-endian, as the host's are.
+/// A table of more bytes makes no bitmap. Of tables and bits so many may lack in a file: they take
+/// memory all the same.
+constexpr std::uint64_t mostTableBytes = std::numeric_limits<std::int32_t>::max() - infoHeaderSize;
+constexpr std::size_t mostMissingTable = 1 << 20, mostMissingBits = 64 << 20;
+
+/// The header of a BMP file; its numbers are little-endian, as the host's are. The size isn't
+/// looked at on reading.
 struct FileHeader {
     std::uint16_t type = fileType;
     std::uint32_t size = 0;
@@ -34,7 +40,6 @@ struct FileHeader {
     static FileHeader load(std::uint8_t const *bytes) {
         FileHeader header;
         std::memcpy(&header.type, bytes, 2);
-        std::memcpy(&header.size, bytes + 2, 4);
         std::memcpy(&header.bitsOffset, bytes + 10, 4);
         return header;
     }
@@ -48,9 +53,7 @@ struct FileHeader {
 
 /// The bytes of the colour table that the header of a bitmap promises.
 std::uint64_t tableBytes(BITMAPINFOHEADER const &header) {
-    std::uint64_t const count =
-        header.biClrUsed != 0 ? header.biClrUsed : tqplatform::usualColors(header.biBitCount);
-    return count * sizeof(RGBQUAD);
+    return std::uint64_t{tqplatform::colorsOf(header)} * sizeof(RGBQUAD);
 }
 
 // Reads `size` bytes; what the file is too short for is 0. Gives the number that it had.
@@ -69,24 +72,31 @@ void skip(CFile &file, std::uint64_t count) {
     }
 }
 
-// Reads a table of `size` bytes behind the header in `block` and gives the block of both. Memory is
-// taken as the file proves to have what it promises.
-Block readTable(CFile &file, BITMAPINFOHEADER const &header, std::uint64_t size) {
-    constexpr std::uint64_t step = 1 << 20;
-    std::uint64_t room = std::min(size, step), have = 0;
-    Block block(allocate(infoHeaderSize + room));
-    std::memcpy(block.get(), &header, infoHeaderSize);
-    for (;;) {
-        std::size_t const part = static_cast<std::size_t>(room - have);
-        std::size_t const got = readOrZero(file, block.get() + infoHeaderSize + have, part);
-        have = room;
-        if (have == size) return block;
-        if (got < part) throw new CException;
-        room = std::min(size, 2 * room);
-        Block larger(allocate(infoHeaderSize + room));
-        std::memcpy(larger.get(), block.get(), static_cast<std::size_t>(infoHeaderSize + have));
-        block = std::move(larger);
-    }
+// A block of `size` bytes that begins with the first `count` of `block`.
+Block grown(Block const &block, std::size_t count, std::size_t size) {
+    Block larger(allocate(size));
+    if (count > 0) std::memcpy(larger.get(), block.get(), count);
+    return larger;
+}
+
+// Reads on until there are `size` bytes behind the `have` ones of `block`. As many as `most` may
+// lack, and are 0 then: memory is taken as the file proves to have what it promises.
+Block readPromised(CFile &file, Block block, std::size_t have, std::size_t size, std::size_t most) {
+    std::size_t const end = have + size;
+    bool isWhole = true;
+    do {
+        std::size_t const room = end - have > most ? std::max(2 * have, most) : end;
+        std::size_t const part = std::min(room, end) - have;
+        block = grown(block, have, have + part);
+        std::size_t const got = file.Read(block.get() + have, static_cast<unsigned int>(part));
+        isWhole = got == part;
+        have += got;
+    } while (isWhole && have < end);
+    if (isWhole) return block;
+    if (end - have > most) throw new CException;
+    block = grown(block, have, end);
+    std::memset(block.get() + have, 0, end - have);
+    return block;
 }
 
 // Carries out `action`. If it throws, the exception ends here, with a message, and the result is 0.
@@ -116,7 +126,7 @@ class MappedFile {
         CloseHandle(file_);
     }
 
-    /// Maps the first `size` bytes, or all of them for 0.
+    /// Maps the first `size` bytes, and more for 0: all that there are by now.
     bool map(std::uint32_t size) {
         mapping_ = CreateFileMappingA(file_, nullptr, PAGE_READWRITE, 0, size, nullptr);
         view_ = MapViewOfFile(mapping_, FILE_MAP_WRITE, 0, 0, 0);
@@ -126,10 +136,12 @@ class MappedFile {
     HANDLE file() const { return file_; }
     std::uint8_t *view() const { return static_cast<std::uint8_t *>(view_); }
 
+    /// 0 if it can't be told.
     std::uint64_t size() const {
         std::uint32_t high = 0;
         std::uint32_t const low = GetFileSize(file_, &high);
-        return std::uint64_t{high} << 32 | low;
+        std::uint64_t const size = std::uint64_t{high} << 32 | low;
+        return size == std::numeric_limits<std::uint64_t>::max() ? 0 : size;
     }
 
     void release(HANDLE &file, HANDLE &mapping, void *&view) {
@@ -158,13 +170,12 @@ int refuse(char const *message) {
 // kind is left to others.
 bool liesWithin(void const *block, std::uint64_t size) {
     BITMAPINFOHEADER header;
+    if (size < sizeof header.biSize) return false;
+    std::memcpy(&header.biSize, block, sizeof header.biSize);
+    if (header.biSize != infoHeaderSize) return true;
     if (size < infoHeaderSize) return false;
     std::memcpy(&header, block, sizeof header);
-    if (header.biSize != infoHeaderSize) return true;
-    std::uint64_t const bits = header.biSizeImage != 0
-                                   ? header.biSizeImage
-                                   : tqplatform::lineBytes(header.biWidth, header.biBitCount) *
-                                         static_cast<std::uint64_t>(tqplatform::lineCount(header));
+    std::uint64_t const bits = tqplatform::bitsOf(header);
     std::uint64_t const rest = size - infoHeaderSize, table = tableBytes(header);
     return table <= rest && bits <= rest - table;
 }
@@ -183,14 +194,14 @@ void CDib::readHeader(CFile &file) {
     std::memcpy(&read, bytes, sizeof read);
     std::uint64_t const room = fileHeader.bitsOffset - smallest;
     std::uint64_t const table = read.biSize == infoHeaderSize ? tableBytes(read) : 0;
-    if (table > room) throw new CException;
-    header = reinterpret_cast<BITMAPINFOHEADER *>(readTable(file, read, table).release());
+    if (table > room || table > mostTableBytes) throw new CException;
+    Block block(allocate(infoHeaderSize));
+    std::memcpy(block.get(), &read, sizeof read);
+    block = readPromised(file, std::move(block), infoHeaderSize, static_cast<std::size_t>(table),
+                         mostMissingTable);
+    header = reinterpret_cast<BITMAPINFOHEADER *>(block.release());
     headerAlloc = AllocNew;
     skip(file, room - table);
-}
-
-void CDib::readBits(CFile &file) {
-    readOrZero(file, image, imageSize);
 }
 
 int CDib::Read(CFile *file) {
@@ -200,9 +211,8 @@ int CDib::Read(CFile *file) {
         ComputeMetrics();
         ComputePaletteSize(header->biBitCount);
         MakePalette();
-        image = allocate(imageSize);
+        image = readPromised(*file, nullptr, 0, imageSize, mostMissingBits).release();
         imageAlloc = AllocNew;
-        readBits(*file);
     });
 }
 
@@ -216,13 +226,13 @@ int CDib::ReadSection(CFile *file, CDC *dc) {
         MakePalette();
         UsePalette(dc, 0);
         if (CreateSection(dc) == nullptr) throw new CException;
-        readBits(*file);
+        file->Read(image, imageSize);  // a new section is all 0
     });
 }
 
 int CDib::Write(CFile *file) {
     return guarded("write error", [&] {
-        if (header == nullptr || (image == nullptr && imageSize > 0)) throw new CException;
+        if (!isComplete() || (image == nullptr && imageSize > 0)) throw new CException;
         auto const headers = static_cast<unsigned int>(GetSizeHeader());
         std::uint8_t bytes[fileHeaderSize];
         FileHeader{fileType, 0, static_cast<std::uint32_t>(fileHeaderSize + headers)}.store(bytes);
@@ -255,7 +265,7 @@ int CDib::AttachMemory(void *block, int mustDelete, void *global) {
 // Uses a block of at most `size` bytes.
 int CDib::attach(void *block, std::uint64_t size) {
     return guarded("AttachMemory error", [&] {
-        header = static_cast<BITMAPINFOHEADER *>(block);
+        header = static_cast<BITMAPINFOHEADER *>(block);  // freed with the object in any case
         if (block == nullptr || !liesWithin(block, size)) throw new CException;
         ComputeMetrics();
         ComputePaletteSize(header->biBitCount);
@@ -271,15 +281,17 @@ int CDib::LoadBitmapA(unsigned int id) {
     void const *const block = LoadResource(module, resource);
     if (block == nullptr) return 0;
     Empty();
-    return attach(const_cast<void *>(block), SizeofResource(module, resource));
+    if (attach(const_cast<void *>(block), SizeofResource(module, resource)) == 1) return 1;
+    Empty();
+    return 0;
 }
 
 int CDib::AttachMapFile(char const *path, int share) {
     MappedFile file(openForMapping(path, share != 0, OPEN_EXISTING));
+    std::uint64_t const size = file.size();  // the file may grow before it is mapped
     if (!file.map(0)) return refuse("Empty bitmap file");
-    std::uint64_t const size = file.size();
     std::uint8_t const type[] = {'B', 'M'};
-    bool const isBitmap = size >= fileHeaderSize + infoHeaderSize &&
+    bool const isBitmap = size >= fileHeaderSize &&
                           std::memcmp(file.view(), type, sizeof type) == 0 &&
                           liesWithin(file.view() + fileHeaderSize, size - fileHeaderSize);
     if (!isBitmap) return refuse("Invalid bitmap file");
@@ -292,15 +304,15 @@ int CDib::AttachMapFile(char const *path, int share) {
 }
 
 int CDib::CopyToMapFile(char const *path) {
-    if (header == nullptr || (image == nullptr && imageSize > 0)) return 0;
+    if (!isComplete() || (image == nullptr && imageSize > 0)) return 0;
     auto const headers = static_cast<std::size_t>(GetSizeHeader());
     std::uint64_t const size = fileHeaderSize + headers + imageSize;
     if (size > std::numeric_limits<std::uint32_t>::max()) return 0;
-    // An old file keeps its content until the new one has its room.
-    bool const isNew = _access(path, 0) != 0;
-    MappedFile file(openForMapping(path, false, OPEN_ALWAYS));
-    if (!file.map(static_cast<std::uint32_t>(size))) {
-        if (isNew && file.file() != nullptr) _unlink(path);
+    HANDLE const fresh = openForMapping(path, false, CREATE_NEW);
+    MappedFile file(fresh != nullptr ? fresh : openForMapping(path, false, OPEN_EXISTING));
+    // An old file keeps its content until nothing can fail any more.
+    if (!file.map(static_cast<std::uint32_t>(size)) || SetFileSize(file.file(), size) == 0) {
+        if (fresh != nullptr) _unlink(path);
         return 0;
     }
     std::uint8_t *const view = file.view();
@@ -309,7 +321,6 @@ int CDib::CopyToMapFile(char const *path) {
         .store(view);
     std::memcpy(view + fileHeaderSize, header, headers);
     if (imageSize > 0) std::memcpy(view + fileHeaderSize + headers, image, imageSize);
-    SetFileSize(file.file(), size);
     Empty();
     file.release(fileHandle, mapHandle, fileView);
     header = reinterpret_cast<BITMAPINFOHEADER *>(view + fileHeaderSize);
@@ -352,6 +363,7 @@ int CDib::takeCompressed(CDC *dc, HBITMAP bitmap, int compress) {
         std::memcpy(newHeader.get(), header, headers);
         auto *const form = reinterpret_cast<BITMAPINFO *>(newHeader.get());
         BITMAPINFOHEADER &changed = form->bmiHeader;
+        if (headers < infoHeaderSize + tableBytes(changed)) return 0;
         changed.biCompression = compress == 0             ? BI_RGB
                                 : changed.biBitCount == 4 ? BI_RLE4
                                                           : BI_RLE8;

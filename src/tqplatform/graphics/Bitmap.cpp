@@ -14,8 +14,6 @@
 namespace tqplatform {
 namespace {
 
-constexpr std::uint64_t mostBytes = std::numeric_limits<std::int32_t>::max();
-
 /// A header and room for every colour that an index can have.
 struct Info {
     BITMAPINFOHEADER header{};
@@ -42,10 +40,8 @@ class Bitmap {
                         0,
                         0,
                         0};
-        std::uint64_t const lines =
-            lineBytes(width, bitCount) * static_cast<std::uint64_t>(lineCount(info_.header));
-        std::uint64_t const size = std::max<std::uint64_t>(lines, leastBytes);
-        if (size > mostBytes) throw std::bad_alloc();
+        std::uint64_t const size = std::max<std::uint64_t>(pictureBytes(info_.header), leastBytes);
+        if (size > mostPictureBytes) throw std::bad_alloc();
         bits_.reset(static_cast<std::uint8_t *>(std::calloc(static_cast<std::size_t>(size), 1)));
         if (bits_ == nullptr) throw std::bad_alloc();
     }
@@ -61,9 +57,11 @@ class Bitmap {
     std::uint8_t *bits() { return bits_.get(); }
     std::uint8_t *line(std::int32_t y) { return const_cast<std::uint8_t *>(view().line(y)); }
 
-    /// The run-length code once it was asked for, and its depth.
+    /// The run-length code between the call that asks for its size and the one that fetches it; its
+    /// depth and width, 0 without one.
     std::vector<std::uint8_t> code;
     unsigned int codeBits = 0;
+    std::int32_t codeWidth = 0;
 
   private:
     struct Free {
@@ -114,7 +112,7 @@ void copyLines(DibView const &picture, Bitmap &bitmap) {
     RunLengthReader reader({picture.bits(), static_cast<std::size_t>(picture.bitsSize())},
                            picture.bitCount(), width);
     std::vector<std::uint8_t> indices(width);
-    for (std::int32_t y = picture.height() - 1; y >= 0; --y) {
+    for (std::int32_t y = picture.height() - 1; y >= 0 && !reader.isAtEnd(); --y) {
         std::uint8_t *const line = bitmap.line(y);
         if (picture.bitCount() == 8) {
             reader.next(line);
@@ -229,17 +227,18 @@ void convertLine(DibView const &picture, std::int32_t y, Order const &order, Con
                  conversion.value(valueAt(source, picture.bitCount(), x)));
 }
 
-// Makes the run-length code of the whole picture, once.
+// Makes the run-length code of the whole picture.
 void encode(Bitmap &bitmap, Order const &order, Conversion &conversion) {
-    if (bitmap.codeBits == order.bitCount) return;
     DibView const picture = bitmap.view();
     Order const indices{order.width, order.height, 8, BI_RGB, false};
     std::vector<std::uint8_t> line(static_cast<std::size_t>(lineBytes(order.width, 8)));
     auto const width = static_cast<std::size_t>(order.width);
+    bool const areIndices =
+        picture.bitCount() == 8 && order.bitCount == 8 && picture.width() == order.width;
     bitmap.code.clear();
     for (std::int32_t y = picture.height() - 1; y >= 0; --y) {
         std::uint8_t const *pixels = picture.line(y);
-        if (picture.bitCount() != 8 || picture.width() != order.width) {
+        if (!areIndices) {
             convertLine(picture, y, indices, conversion, line.data());
             pixels = line.data();
         }
@@ -247,6 +246,7 @@ void encode(Bitmap &bitmap, Order const &order, Conversion &conversion) {
     }
     endRuns(bitmap.code);
     bitmap.codeBits = order.bitCount;
+    bitmap.codeWidth = order.width;
 }
 
 bool isKnown(Order const &order) {
@@ -258,14 +258,20 @@ bool isKnown(Order const &order) {
     bool const whole = !compressed || !order.topDown;
     return depth && form && whole && order.width > 0 && order.height > 0 &&
            lineBytes(order.width, order.bitCount) * static_cast<std::uint64_t>(order.height) <=
-               mostBytes;
+               mostPictureBytes;
 }
 
+// The code that is fetched is the one whose size was told, whatever has become of the bits.
 int giveCode(Bitmap &bitmap, Order const &order, Conversion &conversion, void *bits,
              BITMAPINFO &info) {
-    encode(bitmap, order, conversion);
+    bool const isReady = bitmap.codeBits == order.bitCount && bitmap.codeWidth == order.width;
+    if (bits == nullptr || !isReady) encode(bitmap, order, conversion);
+    if (bitmap.code.size() > mostPictureBytes) throw std::bad_alloc();
     info.bmiHeader.biSizeImage = static_cast<std::uint32_t>(bitmap.code.size());
-    if (bits != nullptr) std::memcpy(bits, bitmap.code.data(), bitmap.code.size());
+    if (bits == nullptr) return bitmap.view().height();
+    std::memcpy(bits, bitmap.code.data(), bitmap.code.size());
+    bitmap.code = {};
+    bitmap.codeBits = 0;
     return bitmap.view().height();
 }
 
@@ -276,7 +282,8 @@ int giveLines(Bitmap const &bitmap, Order const &order, Conversion &conversion, 
     info.bmiHeader.biSizeImage =
         static_cast<std::uint32_t>(bytes * static_cast<std::uint64_t>(order.height));
     auto const height = static_cast<unsigned int>(picture.height());
-    unsigned int const count = start < height ? std::min(lines, height - start) : 0;
+    unsigned int const most = std::min(lines, static_cast<unsigned int>(order.height));
+    unsigned int const count = start < height ? std::min(most, height - start) : 0;
     for (unsigned int line = 0; bits != nullptr && line < count; ++line) {
         unsigned int const place = order.topDown ? count - 1 - line : line;
         convertLine(picture, static_cast<std::int32_t>(height - 1 - start - line), order,

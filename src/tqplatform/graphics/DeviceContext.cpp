@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <cstring>
+#include <memory>
+#include <new>
 #include <optional>
 #include <utility>
 
@@ -136,6 +139,18 @@ void drawPlain(DibView const &picture, LinePainter const &painter, Axis const &l
             painter.paint(picture.line(*source), context.line(y));
 }
 
+struct FreeLine {
+    void operator()(std::uint8_t *line) const { std::free(line); }
+};
+
+// Zeros, of which only those take memory that are looked at.
+std::unique_ptr<std::uint8_t, FreeLine> emptyLine(std::int32_t width) {
+    std::unique_ptr<std::uint8_t, FreeLine> line(
+        static_cast<std::uint8_t *>(std::calloc(static_cast<std::size_t>(width), 1)));
+    if (line == nullptr) throw std::bad_alloc();
+    return line;
+}
+
 // The lines of the code go one way, from the bottom to the top: those of the surface are drawn in
 // the order in which theirs come.
 void drawCompressed(DibView const &picture, LinePainter const &painter, Axis const &lines,
@@ -149,16 +164,36 @@ void drawCompressed(DibView const &picture, LinePainter const &painter, Axis con
         if (auto const source = lines.source(y)) pairs.push_back({*source, y});
     std::ranges::stable_sort(pairs, std::greater(), &Pair::source);
 
-    auto const width = static_cast<std::size_t>(picture.width());
     RunLengthReader reader({picture.bits(), static_cast<std::size_t>(picture.bitsSize())},
-                           picture.bitCount(), width);
-    std::vector<std::uint8_t> line(width);
+                           picture.bitCount(), static_cast<std::size_t>(picture.width()));
+    auto const line = emptyLine(picture.width());
     std::int32_t at = picture.height();
     for (auto const &[source, y] : pairs) {
-        for (; at > source; --at)
-            reader.next(line.data());
-        painter.paintIndices(line.data(), context.line(y));
+        for (; at > source && !reader.isAtEnd(); --at)
+            reader.next(line.get());
+        if (at > source) reader.next(line.get());
+        painter.paintIndices(line.get(), context.line(y));
     }
+}
+
+/// The part of a picture, counted as its lines lie, that goes to a rectangle of the surface.
+struct Stretch {
+    int x, y, width, height;
+    int sourceX, sourceY, sourceWidth, sourceHeight;
+};
+
+// Throws std::bad_alloc.
+void draw(DibView const &picture, Stretch const &to, DeviceContext &context) {
+    std::int64_t const wanted = to.sourceHeight;
+    std::int64_t const sourceLines = picture.isTopDown() ? std::abs(wanted) : wanted;
+    std::int64_t const top =
+        picture.isTopDown() ? to.sourceY : std::int64_t{picture.height()} - to.sourceY - wanted;
+    Axis const columns(to.x, to.width, context.width(), to.sourceX, to.sourceWidth,
+                       picture.width());
+    Axis const lines(to.y, to.height, context.height(), top, sourceLines, picture.height());
+    Columns const visible = columnsOf(columns);
+    LinePainter const painter(picture, visible);
+    (picture.isCompressed() ? drawCompressed : drawPlain)(picture, painter, lines, context);
 }
 
 }  // namespace
@@ -177,16 +212,11 @@ int StretchDIBits(HDC context, int x, int y, int width, int height, int sourceX,
     DibView const picture(info, bits);
     bool const known = usage == DIB_RGB_COLORS && operation == SRCCOPY;
     if (context == nullptr || !picture.isValid() || !known || width == 0 || height == 0) return 0;
-    // Lines of the picture are counted as they lie, from the bottom as a rule.
-    std::int64_t const wanted = sourceHeight;
-    std::int64_t const sourceLines = picture.isTopDown() ? std::abs(wanted) : wanted;
-    std::int64_t const top =
-        picture.isTopDown() ? sourceY : std::int64_t{picture.height()} - sourceY - wanted;
-    Axis const columns(x, width, context->width(), sourceX, sourceWidth, picture.width());
-    Axis const lines(y, height, context->height(), top, sourceLines, picture.height());
-    Columns const visible = columnsOf(columns);
-    LinePainter const painter(picture, visible);
-    (picture.isCompressed() ? drawCompressed : drawPlain)(picture, painter, lines, *context);
+    try {
+        draw(picture, {x, y, width, height, sourceX, sourceY, sourceWidth, sourceHeight}, *context);
+    } catch (std::bad_alloc const &) {
+        return 0;
+    }
     return static_cast<int>(
         std::min<std::int64_t>(std::abs(std::int64_t{sourceHeight}), picture.height()));
 }

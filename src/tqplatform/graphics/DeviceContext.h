@@ -26,6 +26,7 @@ class TQPLATFORM_API DeviceContext {
     DeviceContext &operator=(DeviceContext const &) = delete;
     ~DeviceContext();
 
+    /// The size, 0 or more.
     int width() const { return width_; }
     int height() const { return height_; }
 
@@ -49,11 +50,12 @@ class TQPLATFORM_API DeviceContext {
 
 }  // namespace tqplatform
 
-/// Draws the part of a picture at (`sourceX`, `sourceY`), counted from its lower left corner, into
-/// a rectangle of the surface, stretched; a negative width or height of either mirrors it. What
-/// lies outside the surface is left out, what lies outside the picture isn't drawn. `usage` is
-/// DIB_RGB_COLORS, `operation` SRCCOPY. The result is the number of lines of the picture that were
-/// looked at, 0 if it can't be shown or there is no surface.
+/// Draws the part of a picture at (`sourceX`, `sourceY`), counted from where its lines begin, which
+/// is the lower left corner as a rule, into a rectangle of the surface, stretched; a negative width
+/// or height of either mirrors it. What lies outside the surface is left out, what lies outside the
+/// picture isn't drawn. `usage` is DIB_RGB_COLORS, `operation` SRCCOPY. The result is the number of
+/// lines of that part, at most those of the picture; 0 if it can't be shown, there is no surface,
+/// or memory is lacking.
 TQPLATFORM_API int StretchDIBits(HDC context, int x, int y, int width, int height, int sourceX,
                                  int sourceY, int sourceWidth, int sourceHeight, void const *bits,
                                  BITMAPINFO const *info, unsigned int usage,

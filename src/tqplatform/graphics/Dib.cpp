@@ -34,15 +34,14 @@ DibView::DibView(BITMAPINFO const *info, void const *bits)
     BITMAPINFOHEADER const &header = info->bmiHeader;
     colors_ = info->bmiColors;
     bitCount_ = header.biBitCount;
-    colorCount_ = header.biClrUsed != 0 ? header.biClrUsed : usualColors(bitCount_);
+    colorCount_ = colorsOf(header);
     compressed_ = header.biCompression != BI_RGB;
     topDown_ = header.biHeight < 0;
     stride_ = lineBytes(header.biWidth, bitCount_);
     std::int64_t const lines = lineCount(header);
-    bitsSize_ =
-        header.biSizeImage != 0 ? header.biSizeImage : stride_ * static_cast<std::uint64_t>(lines);
-    bool const hasLines =
-        compressed_ ? !topDown_ : stride_ * static_cast<std::uint64_t>(lines) <= bitsSize_;
+    bitsSize_ = bitsOf(header);
+    std::uint64_t const most = compressed_ ? mostPictureBytes : bitsSize_;
+    bool const hasLines = pictureBytes(header) <= most && !(compressed_ && topDown_);
     valid_ = header.biSize == sizeof header && header.biWidth > 0 && lines > 0 &&
              lines <= std::numeric_limits<std::int32_t>::max() && hasLines &&
              isForm(header.biCompression, bitCount_);

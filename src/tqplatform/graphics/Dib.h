@@ -11,6 +11,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 
 #include "tqplatform/runtime/Export.h"
 
@@ -67,6 +68,25 @@ constexpr std::int64_t lineCount(BITMAPINFOHEADER const &header) {
     std::int64_t const height = header.biHeight;
     return height < 0 ? -height : height;
 }
+
+/// The bytes of all lines, uncompressed; the greatest number where there is none for it.
+constexpr std::uint64_t pictureBytes(BITMAPINFOHEADER const &header) {
+    constexpr std::uint64_t most = std::numeric_limits<std::uint64_t>::max();
+    std::uint64_t const stride = lineBytes(header.biWidth, header.biBitCount);
+    auto const lines = static_cast<std::uint64_t>(lineCount(header));
+    return stride != 0 && lines > most / stride ? most : stride * lines;
+}
+
+/// What a header promises: the entries of the colour table, and the bytes of the bits.
+constexpr std::uint32_t colorsOf(BITMAPINFOHEADER const &header) {
+    return header.biClrUsed != 0 ? header.biClrUsed : usualColors(header.biBitCount);
+}
+constexpr std::uint64_t bitsOf(BITMAPINFOHEADER const &header) {
+    return header.biSizeImage != 0 ? header.biSizeImage : pictureBytes(header);
+}
+
+/// The most bytes of the lines of a picture that can be shown.
+inline constexpr std::uint64_t mostPictureBytes = std::numeric_limits<std::int32_t>::max();
 
 /// A colour as a surface holds it: 0x00RRGGBB.
 using Pixel = std::uint32_t;

@@ -57,8 +57,8 @@ TQPLATFORM_API unsigned int RealizePalette(HDC context);
 inline constexpr unsigned int CBM_INIT = 4;
 
 /// Makes a bitmap of the size in `header`, from a picture if `flags` is CBM_INIT. It keeps indices
-/// and colours of up to 8 bits as they are. Null for lack of memory, a picture without size, or one
-/// whose form isn't known. `usage` is DIB_RGB_COLORS.
+/// and colours of up to 8 bits as they are. Null for lack of memory, or a picture that has no size
+/// or whose form isn't known. `usage` is DIB_RGB_COLORS.
 TQPLATFORM_API HBITMAP CreateDIBitmap(HDC context, BITMAPINFOHEADER const *header,
                                       unsigned int flags, void const *bits, BITMAPINFO const *info,
                                       unsigned int usage);
@@ -74,6 +74,6 @@ TQPLATFORM_API HBITMAP CreateDIBSection(HDC context, BITMAPINFO const *info, uns
 /// header in `info`: depth, size and compression. Fills its colour table with as many colours as
 /// the header says, or the depth, and biSizeImage with the bytes of the bits; `bits` is null if
 /// that is all that is wanted. Compressed bits are given whole: start is 0 then. The result is the
-/// number of lines, 0 if the form isn't known or memory is lacking.
+/// number of lines, at most those of the header, 0 if the form isn't known or memory is lacking.
 TQPLATFORM_API int GetDIBits(HDC context, HBITMAP bitmap, unsigned int start, unsigned int lines,
                              void *bits, BITMAPINFO *info, unsigned int usage);

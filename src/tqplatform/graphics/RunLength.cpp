@@ -143,7 +143,8 @@ RunLengthReader::RunLengthReader(std::span<std::uint8_t const> code, unsigned in
     : code_(code.data()), end_(code.data() + code.size()), narrow_(bitCount == 4), width_(width) {}
 
 void RunLengthReader::next(std::uint8_t *line) {
-    std::memset(line, 0, width_);
+    std::memset(line, 0, filled_);
+    filled_ = 0;
     if (skipped_ > 0) {
         --skipped_;
         if (skipped_ > 0) return;
@@ -154,10 +155,7 @@ void RunLengthReader::next(std::uint8_t *line) {
 
 // Carries out the next code; false if the line ends with it.
 bool RunLengthReader::step(std::uint8_t *line) {
-    if (end_ - code_ < 2) {
-        code_ = end_;
-        return false;
-    }
+    if (isAtEnd()) return false;
     std::uint8_t const count = *code_++;
     std::uint8_t const value = *code_++;
     if (count == 0) return command(value, line);
@@ -174,10 +172,7 @@ bool RunLengthReader::command(std::uint8_t code, std::uint8_t *line) {
             code_ = end_;
             return false;
         case Command::move:
-            if (end_ - code_ < 2) {
-                code_ = end_;
-                return false;
-            }
+            if (isAtEnd()) return false;
             place_ = std::min(width_, place_ + code_[0]);
             skipped_ = code_[1];
             code_ += 2;
@@ -198,7 +193,7 @@ bool RunLengthReader::literals(std::size_t count, std::uint8_t *line) {
     } else if (visible > 0) {
         std::memcpy(line + place_, code_, visible);
     }
-    place_ += visible;
+    advance(visible);
     code_ += std::min(left, bytes + bytes % 2);
     return true;
 }
@@ -213,7 +208,12 @@ void RunLengthReader::run(std::size_t count, std::uint8_t value, std::uint8_t *l
     } else {
         std::memset(line + place_, value, visible);
     }
-    place_ += visible;
+    advance(visible);
+}
+
+void RunLengthReader::advance(std::size_t count) {
+    place_ += count;
+    filled_ = std::max(filled_, place_);
 }
 
 }  // namespace tqplatform

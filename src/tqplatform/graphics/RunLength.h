@@ -16,15 +16,19 @@
 namespace tqplatform {
 
 /// Reads the lines of a compressed picture, an index for each pixel. Pixels that no code names have
-/// the index 0. What would lie outside the picture ends the line; where the code is cut, or runs
+/// the index 0. What would lie to the right of a line is left out; where the code is cut, or runs
 /// out of the picture, the picture ends.
 class RunLengthReader {
   public:
     /// Reads `code`, for lines of `width` pixels of 8 or 4 bits.
     RunLengthReader(std::span<std::uint8_t const> code, unsigned int bitCount, std::size_t width);
 
-    /// Fills `line`, which has room for the width, with the next line.
+    /// Fills `line`, which has room for the width, with the next line. It is all 0, or as the call
+    /// before has left it.
     void next(std::uint8_t *line);
+
+    /// True if all further lines are 0.
+    bool isAtEnd() const { return end_ - code_ < 2; }
 
   private:
     enum class Command : std::uint8_t { endOfLine = 0, endOfPicture = 1, move = 2 };
@@ -33,12 +37,14 @@ class RunLengthReader {
     bool command(std::uint8_t code, std::uint8_t *line);
     bool literals(std::size_t count, std::uint8_t *line);
     void run(std::size_t count, std::uint8_t value, std::uint8_t *line);
+    void advance(std::size_t count);
 
     std::uint8_t const *code_;
     std::uint8_t const *end_;
     bool narrow_;  ///< 4 bits
     std::size_t width_;
     std::size_t place_ = 0;     ///< in the line
+    std::size_t filled_ = 0;    ///< pixels at the beginning of the line that may not be 0
     unsigned int skipped_ = 0;  ///< lines that a move passes over
 };
 

@@ -53,12 +53,15 @@ std::int64_t sizeOf(int descriptor) {
     return systemCalls.status(descriptor, &status) == 0 ? status.st_size : -1;
 }
 
-// Gives the file the size if it is shorter. A failure leaves it as it was.
+// Gives the file the size if it is shorter, and fills its holes: a view of what has no room on the
+// disk would end the process. A failure leaves the content as it was.
 bool hasRoom(int descriptor, std::int64_t present, std::int64_t wanted) {
-    if (present >= wanted) return true;
-    if (systemCalls.reserve(descriptor, present, wanted - present) == 0) return true;
-    systemCalls.resize(descriptor, present);
-    return false;
+    int error = 0;
+    do {
+        error = systemCalls.reserve(descriptor, 0, wanted);
+    } while (error == EINTR);
+    if (error != 0 && present < wanted) systemCalls.resize(descriptor, present);
+    return error == 0;
 }
 
 }  // namespace
@@ -71,9 +74,9 @@ HANDLE CreateFileA(char const *path, unsigned int access, unsigned int /*share*/
                    void const * /*security*/, unsigned int disposition, unsigned int /*attributes*/,
                    HANDLE /*pattern*/) {
     bool const known = access == (GENERIC_READ | GENERIC_WRITE) &&
-                       (disposition == OPEN_EXISTING || disposition == OPEN_ALWAYS);
+                       (disposition == OPEN_EXISTING || disposition == CREATE_NEW);
     if (path == nullptr || !known) return nullptr;
-    int const flags = O_RDWR | O_NONBLOCK | (disposition == OPEN_ALWAYS ? O_CREAT : 0);
+    int const flags = O_RDWR | O_NONBLOCK | (disposition == CREATE_NEW ? O_CREAT | O_EXCL : 0);
     tqplatform::Descriptor file(tqplatform::openFile(tqplatform::toHostPath(path).c_str(), flags,
                                                      tqplatform::createdFileMode));
     if (!file.isOpen() || !tqplatform::isFree(file.number())) return nullptr;
@@ -101,7 +104,7 @@ HANDLE CreateFileMappingA(HANDLE file, void const * /*security*/, unsigned int p
     std::int64_t const size = asked == 0 ? present : asked;
     bool const fits = present >= 0 && size > 0 &&
                       size <= std::numeric_limits<std::ptrdiff_t>::max() &&
-                      tqplatform::hasRoom(handle->file()->number(), present, size);
+                      (asked == 0 || tqplatform::hasRoom(handle->file()->number(), present, size));
     if (!fits) return nullptr;
     return new tqplatform::MappingHandle(handle->file(), static_cast<std::size_t>(size));
 }

@@ -21,16 +21,16 @@
 inline constexpr unsigned int GENERIC_READ = 0x80000000;
 inline constexpr unsigned int GENERIC_WRITE = 0x40000000;
 inline constexpr unsigned int FILE_SHARE_READ = 1;
+inline constexpr unsigned int CREATE_NEW = 1;
 inline constexpr unsigned int OPEN_EXISTING = 3;
-inline constexpr unsigned int OPEN_ALWAYS = 4;
 inline constexpr unsigned int FILE_ATTRIBUTE_NORMAL = 0x80;
 inline constexpr unsigned int PAGE_READWRITE = 4;
 inline constexpr unsigned int FILE_MAP_WRITE = 2;
 
-/// Opens the file `path` for reading and writing, the only `access`; a file that isn't there is
-/// made for OPEN_ALWAYS. The file is then refused to everyone else who opens it in this way, also
-/// where `share` would let them read: they want to write. `security` and `pattern` are null. Null
-/// if the file can't be opened, or is in use.
+/// Opens the file `path` for reading and writing, the only `access`: one that is there already for
+/// OPEN_EXISTING, a new one for CREATE_NEW. The file is then refused to everyone else who opens it
+/// in this way, also where `share` would let them read: they want to write. `security` and
+/// `pattern` are null. Null if the file can't be opened, or is in use.
 TQPLATFORM_API HANDLE CreateFileA(char const *path, unsigned int access, unsigned int share,
                                   void const *security, unsigned int disposition,
                                   unsigned int attributes, HANDLE pattern);
@@ -43,9 +43,9 @@ TQPLATFORM_API std::uint32_t GetFileSize(HANDLE file, std::uint32_t *high);
 TQPLATFORM_API int SetFileSize(HANDLE file, std::uint64_t size);
 
 /// Makes a mapping of the first bytes of a file, as many as the two halves of the size say, or of
-/// the whole file for 0. A file that is shorter gets that size: the system has the room then, or
-/// the file stays as it was. `protection` is PAGE_READWRITE, `security` and `name` are null. Null
-/// for an empty file, or if it can't be.
+/// the whole file for 0. A file that is shorter gets that size: the system has the room for all of
+/// them then, or the file stays as it was. `protection` is PAGE_READWRITE, `security` and `name`
+/// are null. Null for an empty file, or if it can't be.
 TQPLATFORM_API HANDLE CreateFileMappingA(HANDLE file, void const *security, unsigned int protection,
                                          std::uint32_t sizeHigh, std::uint32_t sizeLow,
                                          char const *name);

@@ -121,6 +121,7 @@ TEST_F(BitmapFiles, WhatIsNoBitmapIsRefused) {
         {changed(0, 'b', 1), "Read error|ReadSection error|Invalid bitmap file|"},
         {changed(14, 12, 4), "Read error|ReadSection error|AttachMemory error|"},
         {changed(14, 108, 4), "Read error|ReadSection error|AttachMemory error|"},
+        {changed(14, 12, 4).substr(0, 30), "Read error|ReadSection error|AttachMemory error|"},
         {changed(10, 53, 4), "Read error|ReadSection error|"},
         {changed(10, 1077, 4), "Read error|ReadSection error|"},
         {changed(46, 257, 4), "Read error|ReadSection error|Invalid bitmap file|"},
@@ -152,13 +153,76 @@ TEST_F(BitmapFiles, WhatIsNoBitmapIsRefused) {
     EXPECT_EQ(user_.messages(), "write error|write error|");
 }
 
+// A bitmap whose header promises more than it has does nothing, and its files stay.
+TEST_F(BitmapFiles, WhatIsPromisedHasToBeThere) {
+    Picture const picture = makePicture(4, 4, 8), code = encoded(picture);
+    auto const promising = [&](auto change) {
+        auto bitmap = std::make_unique<CDib>();
+        EXPECT_EQ(read(*bitmap, picture.file()), 1);
+        change(*bitmap->header);
+        return bitmap;
+    };
+    std::unique_ptr<CDib> bitmaps[] = {
+        promising([](BITMAPINFOHEADER &header) { header.biHeight = 4000000; }),
+        promising([](BITMAPINFOHEADER &header) { header.biWidth = 4000; }),
+        promising([](BITMAPINFOHEADER &header) { header.biClrUsed = 1 << 20; }),
+        promising([](BITMAPINFOHEADER &header) { header.biSizeImage = 1 << 20; }),
+        std::make_unique<CDib>(CSize(100000, 100000), 24),
+        std::make_unique<CDib>(CSize(16, 16), 65544),
+        std::make_unique<CDib>(),
+        std::make_unique<CDib>(),
+    };
+    std::string other = picture.file();
+    other[14] = 108;
+    EXPECT_EQ(read(**(std::end(bitmaps) - 2), other), 0);
+    CFile compressed(folder_.write("in.bmp", code.file()).c_str(), CFile::modeRead);
+    EXPECT_EQ((*(std::end(bitmaps) - 1))->ReadSection(&compressed, nullptr), 0);
+    EXPECT_EQ(user_.messages(), "Read error|ReadSection error|");
+    for (auto const &bitmap : bitmaps) {
+        folder_.write("old.bmp", "old");
+        EXPECT_FALSE(shows(*bitmap, picture));
+        EXPECT_EQ(bitmap->CreateBitmap(nullptr), nullptr);
+        EXPECT_EQ(bitmap->CreateSection(nullptr), nullptr);
+        EXPECT_EQ(bitmap->Compress(nullptr, 1), 0);
+        EXPECT_EQ(bitmap->CopyToMapFile(path("old.bmp").c_str()), 0);
+        EXPECT_EQ(folder_.read("old.bmp"), "old");
+        CFile file(path("out.bmp").c_str(), CFile::modeCreate | CFile::modeWrite);
+        EXPECT_EQ(bitmap->Write(&file), 0);
+        EXPECT_EQ(user_.messages(), "write error|");
+    }
+}
+
+// Files of a few hundred bytes that promise gigabytes take no time and no memory.
+TEST_F(BitmapFiles, BigPromisesCostNothing) {
+    for (std::int32_t const size : {100000, 0x7FFFFFFF}) {
+        Picture picture = encoded(makePicture(4, 4, 8));
+        picture.header.biWidth = picture.header.biHeight = size;
+        CDib bitmap;
+        ASSERT_EQ(read(bitmap, picture.file()), 1);
+        DeviceContext screen(3, 3);
+        CDC dc(&screen);
+        EXPECT_EQ(bitmap.Draw(&dc, CPoint(), CSize(3, 3)), 1);
+        picture.header.biHeight = 1;
+        ASSERT_EQ(read(bitmap, picture.file()), 1);
+        EXPECT_EQ(bitmap.Draw(&dc, CPoint(), CSize(3, 3)), 1);
+    }
+    Picture picture = makePicture(4, 4, 8);
+    picture.header.biSizeImage = 0x7FFFFFFF;
+    CDib bitmap;
+    EXPECT_EQ(read(bitmap, picture.file()), 0);
+    EXPECT_EQ(user_.messages(), "Read error|");
+    picture.header = {40, 4, 4, 1, 8, 0, 0, 0, 0, 0x80000000, 0};
+    std::string const table = folder_.write("table.bmp", picture.file());
+    std::filesystem::resize_file(table, (std::uint64_t{9} << 30) + 100);
+    EXPECT_EQ(bitmap.AttachMapFile(table.c_str(), 0), 0);
+    EXPECT_EQ(user_.messages(), "AttachMemory error|");
+}
+
 // The bytes of the bits that a file's header promises.
 std::uint64_t declaredSize(std::string const &file) {
     BITMAPINFOHEADER header;
     std::memcpy(&header, file.data() + 14, sizeof header);
-    if (header.biSizeImage != 0) return header.biSizeImage;
-    return tqplatform::lineBytes(header.biWidth, header.biBitCount) *
-           static_cast<std::uint64_t>(tqplatform::lineCount(header));
+    return tqplatform::bitsOf(header);
 }
 
 TEST_F(BitmapFiles, DamagedFilesDoNoHarm) {
