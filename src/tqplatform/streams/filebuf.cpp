@@ -74,7 +74,8 @@ filebuf *filebuf::close() {
 bool filebuf::startReading() {
     if (!is_open() || !readable_) return false;
     if (write_ != nullptr) {
-        if (sync() != 0) return false;
+        readFailed_ = sync() != 0;
+        if (readFailed_) return false;
         write_ = writeEnd_ = nullptr;
     }
     if (block_ == nullptr) block_.reset(new char[blockSize]);
@@ -83,6 +84,7 @@ bool filebuf::startReading() {
 }
 
 bool filebuf::fill() {
+    readFailed_ = false;
     if (!startReading()) return false;
     auto const kept = static_cast<std::size_t>(readEnd_ - next_);
     if (kept == blockSize) return false;
@@ -100,7 +102,10 @@ bool filebuf::fill() {
 bool filebuf::drain() {
     if (!is_open() || !writable_) return false;
     if (write_ == nullptr && appending_) {
-        if (seekoff(0, SEEK_END) < 0 && errno != ESPIPE) return false;
+        // A pipe has no end to go to, and what was read ahead of it can't be had again.
+        bool const moved = seekoff(0, SEEK_END) >= 0;
+        if (!moved && (errno != ESPIPE || next_ != readEnd_)) return false;
+        next_ = readEnd_ = nullptr;
     } else if (next_ != nullptr) {  // from reading to writing: go back to where the reader stands
         if (seekpos(seekoff(0, SEEK_CUR)) < 0) return false;
     }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <mutex>
 
 #include "tqplatform/runtime/Export.h"
 #include "tqplatform/streams/streambuf.h"

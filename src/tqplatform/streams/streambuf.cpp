@@ -15,7 +15,8 @@ bool streambuf::atCrLf() {
 
 int streambuf::peekSlowly() {
     if (next_ == readEnd_ && !fill()) return -1;
-    return atCrLf() ? '\n' : static_cast<unsigned char>(*next_);
+    if (atCrLf()) return '\n';
+    return readFailed_ ? -1 : static_cast<unsigned char>(*next_);  // what follows a CR isn't known
 }
 
 int streambuf::sbumpc() {
@@ -53,6 +54,8 @@ streambuf::Taken streambuf::takeUntil(char *target, std::size_t limit, char deli
         if (target != nullptr) std::memcpy(target + taken.count, next_, length);
         taken.count += length;
         next_ = segment.end;
+        taken.end = length == 0 && readFailed_;  // what follows a CR isn't known
+        if (taken.end) return taken;
         if (segment.behindDelimiter != nullptr) {
             taken.delimiter = true;
             if (takeDelimiter) next_ = segment.behindDelimiter;
@@ -81,8 +84,8 @@ streambuf::Segment streambuf::nextSegment(std::size_t room, char delimiter) {
     if (found == nullptr && end == readEnd_) {
         // What follows decides whether this CR ends the line. fill() moves the block.
         if (window > 1) return {end - 1, nullptr};
-        bool const more = fill();
-        return {next_ + (more ? 0 : 1), nullptr};
+        bool const isText = !fill() && !readFailed_;
+        return {next_ + (isText ? 1 : 0), nullptr};
     }
     if (*end == delimiter) return {end - 1, end + 1};
     return segment;

@@ -56,14 +56,9 @@ class TQPLATFORM_API streambuf {
     }
     void skip(std::size_t count) { next_ += count; }
 
-    /// True if the last read that met an end met an error of the source instead.
+    /// True if the last read that met an end met an error instead: the source gave one, or what was
+    /// written before couldn't be sent out.
     bool readFailed() const { return readFailed_; }
-
-    /// Writes one character; -1 if it can't be taken, otherwise the character, 0 to 255.
-    int sputc(int c) {
-        char const byte = static_cast<char>(c);
-        return sputn(&byte, 1) == 1 ? static_cast<unsigned char>(byte) : -1;
-    }
 
     /// Writes `count` characters. The result is how many were taken.
     std::size_t sputn(char const *text, std::size_t count) {

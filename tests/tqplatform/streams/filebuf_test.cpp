@@ -7,6 +7,7 @@
 
 #include "support/Files.h"
 #include "tqplatform/runtime/SystemCalls.h"
+#include "tqplatform/streams/fstream.h"
 #include "tqplatform/streams/ifstream.h"
 #include "tqplatform/streams/ofstream.h"
 
@@ -92,6 +93,34 @@ TEST_F(FaultyCalls, AReadErrorIsNoEndOfTheFile) {
     in.clear();
     in.getline(line, sizeof line);
     EXPECT_STREQ(line, "def");
+}
+
+// Whether a CR at the end of a block belongs to a line end isn't known then.
+TEST_F(FaultyCalls, AReadErrorBehindACarriageReturnTakesNothing) {
+    classic::ifstream in(folder_.write("a", "aa\r\nb").c_str());
+    EXPECT_EQ(in.peek(), 'a');
+    for (bool const byCharacter : {false, true}) {
+        fail(1, EIO);
+        std::string line;
+        if (byCharacter)
+            EXPECT_EQ(in.get(), -1);
+        else
+            in.get(line, 70000);
+        EXPECT_EQ(line, byCharacter ? "" : "aa");
+        EXPECT_TRUE(in.bad());
+        in.clear();
+    }
+    EXPECT_EQ(in.get(), '\n');
+    EXPECT_EQ(in.get(), 'b');
+}
+
+TEST_F(FaultyCalls, ARefusedWriteIsNoEndOfTheFile) {
+    classic::fstream file(folder_.write("a", "abc").c_str());
+    EXPECT_EQ(file.get(), 'a');
+    file.put('x');
+    fail(1, ENOSPC);
+    EXPECT_EQ(file.get(), -1);
+    EXPECT_TRUE(file.bad());
 }
 
 TEST_F(FaultyCalls, ClosingReportsWhatCouldNotBeWritten) {
