@@ -8,7 +8,8 @@ function(tq_compile target)
     POSITION_INDEPENDENT_CODE ON
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON)
-  target_compile_definitions(${target} PRIVATE _FILE_OFFSET_BITS=64)
+  # Large files and late dates, for 32-bit builds, too. No public header depends on these.
+  target_compile_definitions(${target} PRIVATE _FILE_OFFSET_BITS=64 _TIME_BITS=64)
   # Functions of one library call each other directly.
   target_compile_options(${target} PRIVATE -fno-semantic-interposition)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow)

@@ -51,10 +51,7 @@ double toNumber(std::string_view token, char point) {
 
 TQHpCalculator::TQHpCalculator() : stack_{0.0}, registers_{}, error_(0) {}
 
-// The commands go first: they point at variables.
-TQHpCalculator::~TQHpCalculator() {
-    commands_.empty();
-}
+TQHpCalculator::~TQHpCalculator() = default;
 
 // Keywords come before variables, and variables before numbers.
 [[gnu::always_inline]] inline TQHpBefehl TQHpCalculator::compile(TQHpToken token, char point) {

@@ -150,6 +150,21 @@ class TQLIB_API TQDate {
     TQDate operator+(int days) const { return *this + static_cast<long>(days); }
     TQDate operator-(int days) const { return *this - static_cast<long>(days); }
 
+    /// Writes the text of the date; empty in the forms 8 and 9 on a classic stream.
+    friend TQLIB_API classic::ostream &operator<<(classic::ostream &stream, TQDate const &date);
+    friend std::ostream &operator<<(std::ostream &stream, TQDate const &date) {
+        return stream << date.operator TQString();
+    }
+
+    /// Reads one word of at most 11 characters in the current form of `date`, which stays as it is
+    /// if there is no word.
+    friend TQLIB_API classic::istream &operator>>(classic::istream &stream, TQDate &date);
+    friend std::istream &operator>>(std::istream &stream, TQDate &date) {
+        char word[12];
+        if (stream >> word) date = word;
+        return stream;
+    }
+
   private:
     TQLIB_INTERNAL TQDate(int format, char separator);
     TQLIB_INTERNAL void readFreely(char const *text);
@@ -169,18 +184,3 @@ class TQLIB_API TQDate {
     int format_;
     char separator_;
 };
-
-/// Writes the text of the date; empty in the forms 8 and 9 on a classic stream.
-TQLIB_API classic::ostream &operator<<(classic::ostream &stream, TQDate const &date);
-inline std::ostream &operator<<(std::ostream &stream, TQDate const &date) {
-    return stream << date.operator TQString();
-}
-
-/// Reads one word of at most 11 characters in the current form of `date`, which stays as it is if
-/// there is no word.
-TQLIB_API classic::istream &operator>>(classic::istream &stream, TQDate &date);
-inline std::istream &operator>>(std::istream &stream, TQDate &date) {
-    char word[12];
-    if (stream >> word) date = word;
-    return stream;
-}

@@ -114,6 +114,13 @@ class TQLIB_API TQDateTime {
     TQDateTime operator+(TQTime const &time) const;
     TQDateTime operator-(TQTime const &time) const;
 
+    /// Writes the text of the moment.
+    friend TQLIB_API classic::ostream &operator<<(classic::ostream &stream,
+                                                  TQDateTime const &moment);
+    friend std::ostream &operator<<(std::ostream &stream, TQDateTime const &moment) {
+        return stream << moment.operator TQString();
+    }
+
   private:
     TQDate date_;
     TQTime time_;
@@ -121,9 +128,3 @@ class TQLIB_API TQDateTime {
     char trenner_;
     int format_;
 };
-
-/// Writes the text of the moment.
-TQLIB_API classic::ostream &operator<<(classic::ostream &stream, TQDateTime const &moment);
-inline std::ostream &operator<<(std::ostream &stream, TQDateTime const &moment) {
-    return stream << moment.operator TQString();
-}

@@ -125,6 +125,21 @@ class TQLIB_API TQTime {
     TQTime operator+(int seconds) const { return *this + static_cast<long>(seconds); }
     TQTime operator-(int seconds) const { return *this - static_cast<long>(seconds); }
 
+    /// Writes the text of the time; empty in the forms 4 and 5 on a classic stream.
+    friend TQLIB_API classic::ostream &operator<<(classic::ostream &stream, TQTime const &time);
+    friend std::ostream &operator<<(std::ostream &stream, TQTime const &time) {
+        return stream << time.operator TQString();
+    }
+
+    /// Reads one word of at most 19 characters in the current form of `time`, which stays as it is
+    /// if there is no word.
+    friend TQLIB_API classic::istream &operator>>(classic::istream &stream, TQTime &time);
+    friend std::istream &operator>>(std::istream &stream, TQTime &time) {
+        char word[20];
+        if (stream >> word) time = word;
+        return stream;
+    }
+
   private:
     TQLIB_INTERNAL void read(char const *text, bool isString);
     TQLIB_INTERNAL void setSecond(int second, std::int64_t days);
@@ -149,18 +164,3 @@ class TQLIB_API TQTime {
     long seconds_;
     char separator_;
 };
-
-/// Writes the text of the time; empty in the forms 4 and 5 on a classic stream.
-TQLIB_API classic::ostream &operator<<(classic::ostream &stream, TQTime const &time);
-inline std::ostream &operator<<(std::ostream &stream, TQTime const &time) {
-    return stream << time.operator TQString();
-}
-
-/// Reads one word of at most 19 characters in the current form of `time`, which stays as it is if
-/// there is no word.
-TQLIB_API classic::istream &operator>>(classic::istream &stream, TQTime &time);
-inline std::istream &operator>>(std::istream &stream, TQTime &time) {
-    char word[20];
-    if (stream >> word) time = word;
-    return stream;
-}

@@ -95,12 +95,17 @@ class CopyTarget {
     bool made_ = false;
 };
 
-// Starts the program of the setting `key` with `arguments` and waits for its end.
-int startProgram(char const *key, char const *arguments) {
-    std::unique_ptr<char, decltype(&std::free)> const program(getLibrarySetting(key), &std::free);
-    if (program == nullptr) return 1;
-    std::string const command = std::string(program.get()) + ' ' + arguments;
-    if (command.size() >= commandRoom) return -1;
+// Starts the program of the setting `key` with the file `path` and `arguments`, and waits for its
+// end. The program finds the file under its name on the host, with and without a drive.
+int startProgram(char const *key, std::string const &path, std::string const &arguments = {}) {
+    std::unique_ptr<char, decltype(&std::free)> const setting(getLibrarySetting(key), &std::free);
+    if (setting == nullptr) return 1;
+    std::string const program = setting.get();
+    // Without a program the file itself would be started.
+    if (program.find_first_not_of(" \t") == program.npos) return -1;
+    if (program.size() + 1 + path.size() + arguments.size() >= commandRoom) return -1;
+    std::string const hostPath = toHostPath(path);
+    std::string const command = program + ' ' + (hostPath.empty() ? path : hostPath) + arguments;
     return TQExecute(TQString(command.c_str())).start(TQExecute::startAndWait);
 }
 
@@ -220,15 +225,15 @@ int TQFilename::copy(TQString const &target) const {
 int TQFilename::print(TQString const &printer) {
     char const *const path = *this;
     char const *const device = printer.IsEmpty() ? "PRN:" : static_cast<char const *>(printer);
-    return startProgram("PRINT", (std::string(path) + ' ' + device).c_str());
+    return startProgram("PRINT", path, std::string(" ") + device);
 }
 
 int TQFilename::edit() {
-    return startProgram("EDIT", *this);
+    return startProgram("EDIT", static_cast<char const *>(*this));
 }
 
 int TQFilename::view() {
-    return startProgram("VIEW", *this);
+    return startProgram("VIEW", static_cast<char const *>(*this));
 }
 
 // A name that exists makes the opening fail, also if another program takes it in this very moment.
@@ -250,7 +255,7 @@ int TQFilename::makeTemp() {
 }
 
 unsigned long TQFilename::fileSize() const {
-    struct stat status {};
+    tqplatform::FileStatus status{};
     return _stat(*this, &status) == 0 ? static_cast<unsigned long>(status.st_size) : 0;
 }
 

@@ -58,8 +58,7 @@ class TQLIB_API TQLogfile {
 
     template <typename Argument>
     static auto plain(Argument const &argument) {
-        if constexpr (std::is_convertible_v<Argument const &, CString const &> &&
-                      std::is_class_v<Argument>) {
+        if constexpr (std::is_base_of_v<CString, Argument>) {
             return static_cast<char const *>(argument);
         } else if constexpr (std::is_same_v<Argument, std::string>) {
             return argument.c_str();

@@ -281,5 +281,5 @@ CStr CStr::operator+(char const *text) const {
 
 CStr CStr::joined(std::string_view text) const {
     std::size_t const length = checked(record_->length + text.size());
-    return length == 0 ? CStr() : CStr(makeRecord(view(), text, length));
+    return length == 0 ? CStr() : CStr(Adopted{makeRecord(view(), text, length)});
 }

@@ -155,7 +155,10 @@ class CStr {
     void Format(unsigned int id, ...);
 
   private:
-    explicit CStr(CStrRecord *record) noexcept : record_(record) {}
+    struct Adopted {
+        CStrRecord *record;
+    };
+    explicit CStr(Adopted adopted) noexcept : record_(adopted.record) {}
 
     void adopt(CStrRecord *record) noexcept;
     void assign(std::string_view text);

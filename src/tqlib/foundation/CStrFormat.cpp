@@ -270,10 +270,11 @@ int CStr::LoadString(unsigned int id) {
 
 void CStr::GetWindowText(CWnd *window) {
     HWND const handle = window == nullptr ? nullptr : window->m_hWnd;
-    // Any window may answer anything. One character more tells a text that is too long.
+    // Any window may answer anything, also without a NUL. One character more tells a text that is
+    // too long.
     auto const length = static_cast<std::size_t>(
         std::clamp<LRESULT>(SendMessageA(handle, WM_GETTEXTLENGTH, 0, 0), 0, mostCharacters + 1));
-    std::string text(length, '\0');
+    std::string text(length + 2, '\0');
     SendMessageA(handle, WM_GETTEXT, length + 1, reinterpret_cast<LPARAM>(text.data()));
     refill(text.c_str());
 }

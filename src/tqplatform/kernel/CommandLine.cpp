@@ -81,10 +81,15 @@ std::string ownCommandLine() {
 }
 
 std::string ownPath() {
-    char path[PATH_MAX];
-    ssize_t const length = systemCalls.readLink("/proc/self/exe", path, sizeof path);
+    char path[PATH_MAX + 1] = {};
+    ssize_t const length = systemCalls.readLink("/proc/self/exe", path, PATH_MAX);
     if (length < 0) return {};
-    return fromHostPath({path, static_cast<std::size_t>(length)});
+    std::string_view program(path, static_cast<std::size_t>(length));
+    // The system's note that the file has been replaced since.
+    constexpr std::string_view note = " (deleted)";
+    if (program.ends_with(note) && systemCalls.access(path, F_OK) != 0)
+        program.remove_suffix(note.size());
+    return fromHostPath(program);
 }
 
 }  // namespace

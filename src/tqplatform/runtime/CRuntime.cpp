@@ -30,8 +30,11 @@ int _unlink(char const *path) {
     return systemCalls.remove(toHostPath(path).c_str());
 }
 
-int _stat(char const *path, struct stat *result) {
-    return systemCalls.statusOf(toHostPath(path).c_str(), result);
+int _stat(char const *path, tqplatform::FileStatus *result) {
+    struct stat status {};
+    if (systemCalls.statusOf(toHostPath(path).c_str(), &status) != 0) return -1;
+    result->st_size = status.st_size;
+    return 0;
 }
 
 char *_getcwd(char *buffer, int size) {

@@ -2,11 +2,19 @@
 
 // Names of the desktop C runtime that POSIX doesn't have.
 
-#include <sys/stat.h>
-
+#include <cstdint>
 #include <mutex>
 
 #include "tqplatform/runtime/Export.h"
+
+namespace tqplatform {
+
+/// What _stat() tells of a file: its size in bytes.
+struct FileStatus {
+    std::int64_t st_size;
+};
+
+}  // namespace tqplatform
 
 /// The size in bytes of the open file `descriptor`, or -1 if it isn't an open file. A size beyond
 /// the range of `long` gives -1 as well.
@@ -19,8 +27,9 @@ TQPLATFORM_API int _access(char const *path, int mode);
 /// Deletes the file `path`; 0, or -1 if it can't be.
 TQPLATFORM_API int _unlink(char const *path);
 
-/// Fills `result` for the file `path`, links followed; 0, or -1 if that can't be.
-TQPLATFORM_API int _stat(char const *path, struct stat *result);
+/// Fills `result` for the file `path`, links followed; 0, or -1 with `result` unchanged if that
+/// can't be.
+TQPLATFORM_API int _stat(char const *path, tqplatform::FileStatus *result);
 
 /// Writes the current directory in Windows form to `buffer`, which has `size` bytes. The result is
 /// `buffer`, or null if the directory doesn't fit or can't be told.

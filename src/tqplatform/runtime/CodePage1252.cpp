@@ -30,6 +30,14 @@ struct Lead {
     std::size_t length;
     unsigned int bits;
 };
+/// The first characters that take two, three and four bytes: a shorter one has no longer form.
+constexpr char32_t firstOfLength[] = {0, 0, 0x80, 0x800, 0x10000};
+
+bool isCharacter(char32_t character, std::size_t length) {
+    bool const isHalf = character >= 0xD800 && character <= 0xDFFF;
+    return character >= firstOfLength[length] && character <= 0x10FFFF && !isHalf;
+}
+
 Lead leadOf(unsigned char byte) {
     if (byte < 0x80) return {1, byte};
     if (byte >= 0xC2 && byte < 0xE0) return {2, byte & 0x1FU};
@@ -65,7 +73,7 @@ Utf8Character readUtf8(std::string_view text) {
         if ((byte & 0xC0) != 0x80) return {i, U'\0'};
         character = character << 6 | (byte & 0x3FU);
     }
-    return {length, character};
+    return {length, isCharacter(character, length) ? character : U'\0'};
 }
 
 std::string fromUtf8(std::string_view text) {
@@ -74,7 +82,7 @@ std::string fromUtf8(std::string_view text) {
         auto const [bytes, character] = readUtf8(rest);
         if (bytes == 0 || (character == U'\0' && rest[0] != '\0')) return std::string(text);
         char const letter = fromUnicode(character);
-        result += letter == '\0' ? '?' : letter;
+        result += letter == '\0' && character != U'\0' ? '?' : letter;
         rest.remove_prefix(bytes);
     }
     return result;

@@ -26,8 +26,8 @@ enum class CopyResult { done, unreadable, unwritable };
 /// fastest way that the system has.
 TQPLATFORM_API CopyResult copyRest(int source, int target);
 
-/// What a new content has to survive from the moment it is in place: the end of the program, or the
-/// loss of power as well, which takes a while on a disk.
+/// What a file has to survive: the end of the program, or the loss of power as well, after which it
+/// has the old content or the new one, either of them whole. The latter takes a while on a disk.
 enum class Safety { program, power };
 
 /// Puts the complete file `name`, open as `descriptor`, in the place of the file `path`, if both
@@ -41,7 +41,8 @@ class TQPLATFORM_API FileReplacement {
   public:
     /// Prepares to replace the file `path`, in the host's form; links are followed to the file that
     /// they lead to. Owner and mode will be those of `like`, the descriptor of the old file open
-    /// for writing, which has to stay open. A file that was deleted meanwhile is made again.
+    /// for writing, which has to stay open; a file that has to be written over in place must be
+    /// open for reading as well. A file that was deleted meanwhile is made again.
     FileReplacement(std::string const &path, int like);
     FileReplacement(FileReplacement const &) = delete;
     FileReplacement &operator=(FileReplacement const &) = delete;
