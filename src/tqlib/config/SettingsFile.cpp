@@ -63,11 +63,14 @@ bool SettingsFile::takeIdentity() {
     return true;
 }
 
+void SettingsFile::notePlace() {
+    if (!isHandedOut_) return;
+    position_ = std::max<classic::streampos>(stream_.tellg(), 0);
+    state_ = stream_.rdstate();
+}
+
 bool SettingsFile::reopen() {
-    if (isHandedOut_) {
-        position_ = std::max<classic::streampos>(stream_.tellg(), 0);
-        state_ = stream_.rdstate();
-    }
+    notePlace();
     classic::fstream fresh(hostName_.c_str(), mode);
     // A file that was made read-only meanwhile can still be replaced.
     if (!fresh) fresh = classic::fstream(hostName_.c_str(), readingMode);
@@ -84,6 +87,13 @@ bool SettingsFile::refresh() {
                           (status.st_dev != device_ || status.st_ino != number_);
     if (replaced) return reopen();
     return !isHandedOut_ || stream_.rdbuf()->sync() == 0;
+}
+
+// What the stream has read ahead may be of the old content.
+void SettingsFile::settle() {
+    if (!isHandedOut_ || !refresh()) return;
+    notePlace();
+    place(position_, state_);
 }
 
 }  // namespace tqlib::detail

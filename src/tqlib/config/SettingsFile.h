@@ -32,15 +32,14 @@ class SettingsFile {
     /// Puts the stream at `position`, in `state`.
     void place(classic::streampos position, int state);
 
-    /// Goes on with the file that a change has put in place.
-    void settle() {
-        if (isHandedOut_) refresh();
-    }
+    /// Goes on with the file that a change has put in place, or with its new content.
+    void settle();
 
     int descriptor() const { return descriptor_; }
 
   private:
     bool takeIdentity();
+    void notePlace();
     bool reopen();
 
     classic::fstream stream_;

@@ -92,11 +92,12 @@ bool isReplaceable(struct stat const &old) {
     return S_ISREG(old.st_mode) && old.st_nlink <= 1;
 }
 
-// True if a new content can be written over the old one, where somebody finds it.
+// True if a new content can be written over the old one, which is read before, where somebody finds
+// it.
 bool isOverwritable(int descriptor) {
     struct stat status {};
     return systemCalls.status(descriptor, &status) == 0 && S_ISREG(status.st_mode) &&
-           status.st_nlink > 0;
+           status.st_nlink > 0 && (::fcntl(descriptor, F_GETFL) & O_ACCMODE) == O_RDWR;
 }
 
 // Gives the file `target` the owner and the mode of the status `old`.

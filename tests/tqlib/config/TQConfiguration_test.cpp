@@ -262,6 +262,13 @@ TEST_F(TQConfiguration_, AnOpenFileIsFollowedWhereverItsNameLeads) {
     held->getline(line, sizeof line);
     held->getline(line, sizeof line);
     EXPECT_STREQ(line, "x=3");
+    std::filesystem::create_hard_link(folder_.file("a.ini"), folder_.file("b"));
+    EXPECT_EQ(relative.searchCategorie("a"), 0);
+    EXPECT_EQ(held->peek(), 'x');
+    EXPECT_EQ(relative.setValue("a", "x", "5"), 0);
+    held->getline(line, sizeof line);
+    EXPECT_STREQ(line, "x=5");
+    std::filesystem::remove(folder_.file("b"));
     EXPECT_EQ(TQConfiguration(folder_.file("a.ini").c_str()).setValue("a", "y", "4"), 0);
     EXPECT_EQ(relative.stream()->tellg(), 8);
 
