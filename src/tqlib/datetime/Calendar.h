@@ -2,7 +2,7 @@
 
 // The Gregorian calendar, carried backward without a limit: years, months and days as numbers, and
 // a running day count whose day 1 is 1 January of year 1. Everything is computed in 64 bits, so
-// that no field of 32 bits overflows.
+// that no field of 32 bits overflows; where it can't, in 32, which is faster.
 
 #include <array>
 #include <concepts>

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstdint>
-#include <cstring>
 #include <ctime>
 #include <iterator>
 #include <utility>

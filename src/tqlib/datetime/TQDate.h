@@ -29,8 +29,8 @@
 // before.
 //
 // Nothing here fails: a text that is no date gives fields of 0 or unchanged ones, and CheckValid()
-// tells. Days are counted from 1 January of year 1, which is day 1; days before it are days of
-// January of year 1 below 1. Numbers beyond an int keep their low bits.
+// tells. Days are counted from 1 January of year 1, which is day 1; day 0 is the one before it, and
+// days below that are days of January of year 1 below 1. Numbers beyond an int keep their low bits.
 
 #include <compare>
 #include <cstdint>

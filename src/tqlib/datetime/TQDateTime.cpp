@@ -1,7 +1,6 @@
 #include "tqlib/datetime/TQDateTime.h"
 
 #include <climits>
-#include <iterator>
 
 namespace {
 

@@ -152,9 +152,8 @@ class Formatter {
             case '!':
                 return appendString();
             case 'c':
-                return appendNumber(directive, conversion, arguments_.next<int>());
             case 'C':
-                return appendWide(directive);
+                return appendCharacter(directive, conversion);
             case 'd':
             case 'i':
                 return appendWhole<int, long, long long>(directive, conversion);
@@ -204,9 +203,12 @@ class Formatter {
         text_ += NumberText(directive.forPrintf(modifier, conversion), value).text();
     }
 
-    void appendWide(Directive const &directive) {
-        auto const character = static_cast<char32_t>(arguments_.next<int>());
-        appendNumber(directive, 'c', int{tqplatform::fromUnicode(character)});
+    // C is of Unicode and c a byte, unless the directive says otherwise.
+    void appendCharacter(Directive const &directive, char conversion) {
+        bool const isWide = directive.isLong() || (conversion == 'C' && !directive.isShort());
+        int const value = arguments_.next<int>();
+        appendNumber(directive, 'c',
+                     isWide ? int{tqplatform::fromUnicode(static_cast<char32_t>(value))} : value);
     }
 
     template <typename Short, typename Long, typename LongLong>

@@ -66,9 +66,9 @@ class TQLIB_API TQFortranInput : public classic::ifstream {
 
     /// Read a number as sscanf does, whatever stands behind it in the field. The short types take
     /// the low 16 bits. A point is the decimal point also where the locale in force has a comma. A
-    /// field of blanks is 0 up to a width of 20, one that the end of the line cuts or a wider one
-    /// isn't. Throw Failure, with the target unchanged and the field taken. `decimals` isn't
-    /// needed: reading is fastest where it is right.
+    /// field of blanks is 0 up to a width of 20; a wider one isn't, nor is one that the end of the
+    /// line cuts, unless just 20 are left. Throw Failure, with the target unchanged and the field
+    /// taken. `decimals` isn't needed: reading is fastest where it is right.
     int readftn(long *target, int width);
     int readftn(unsigned long *target, int width);
     int readftn(int *target, int width);

@@ -106,7 +106,6 @@ TEST_F(SeparatedReading, NumbersConvertAsTheRuntimeConvertsTheirField) {
         TQCSVInput file = read(content, separator);
         for (file.nextline(); !file.eof(); file.nextline()) {
             std::string field(std::strchr(file.currentLine(), separator) + 1);
-            if (separator == '1') continue;
             TQString first;
             file >> first;
             field = field.substr(0, field.find(separator));
@@ -149,7 +148,7 @@ TEST_F(SeparatedReading, NumbersOfEveryLengthConvertAsTheRuntimeConvertsThem) {
 }
 
 TEST_F(SeparatedReading, AFieldIsCutAtItsRoomAndALineAtItsOwn) {
-    std::string const nines(300, '9'), zeros(190, '0');
+    std::string const zeros(190, '0');
     TQCSVInput file =
         read(std::string(199, ' ') + "5;" + zeros + "1234567890123;" + zeros + "12\n");
     int number = -1;
