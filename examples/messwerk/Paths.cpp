@@ -11,6 +11,12 @@ bool isSame(struct stat const &one, struct stat const &other) {
     return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
 }
 
+/// The one name of a file that isn't there yet.
+std::filesystem::path placeOf(std::string const &path) {
+    std::error_code error;
+    return weakly_canonical(std::filesystem::absolute(path, error), error);
+}
+
 }  // namespace
 
 std::string libraryPath(std::string const &path) {
@@ -30,8 +36,9 @@ std::optional<std::string> resultName(std::string const &input) {
 bool isSameFile(std::string const &path, std::string const &other) {
     struct stat one {
     }, two{};
-    return stat(path.c_str(), &one) == 0 && stat(other.c_str(), &two) == 0 &&
-           S_ISREG(one.st_mode) && isSame(one, two);
+    bool const isThere = stat(path.c_str(), &one) == 0;
+    if (isThere != (stat(other.c_str(), &two) == 0)) return false;
+    return isThere ? S_ISREG(one.st_mode) && isSame(one, two) : placeOf(path) == placeOf(other);
 }
 
 bool isDescriptor(std::string const &path, int descriptor) {

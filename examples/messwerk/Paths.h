@@ -15,7 +15,7 @@ std::string libraryPath(std::string const &path);
 /// the input is no ordinary file, or has a name that the library can't take apart.
 std::optional<std::string> resultName(std::string const &input);
 
-/// True if both paths lead to the same ordinary file.
+/// True if both paths lead to the same ordinary file, which need not be there yet.
 bool isSameFile(std::string const &path, std::string const &other);
 
 /// True if `path` leads to what the open descriptor `descriptor` stands for.

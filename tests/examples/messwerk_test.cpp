@@ -362,9 +362,9 @@ TEST_F(Messwerk, AFailedRunSaysWhyAndLeavesTheOldResult) {
         {"/dev/full", "in.csv", "can't write \"/dev/full\": No space left"},
         {"none/o.csv", "in.csv", "can't write \"none/o.csv\": No such file"},
         {".", "in.csv", "can't write \".\": Is a directory"},
-        {"link", "in.csv", "can't go to the file it is read from"},
-        {"messages.out", "in.csv", "the messages of this run go to"},
-        {"/dev/stdout", "in.csv", "the messages of this run go to"},
+        {"link", "in.csv", "the result and the input can't be one file, \"link\""},
+        {"messages.out", "in.csv", "the result and the messages of this run can't be one"},
+        {"/dev/stdout", "in.csv", "the result and the messages of this run can't be one"},
     };
     folder_.write("old.csv", "old");
     for (auto const &[output, from, message] : rows) {
@@ -383,6 +383,28 @@ TEST_F(Messwerk, AFailedRunSaysWhyAndLeavesTheOldResult) {
     EXPECT_EQ(folder_.read("in.csv"), "h\n1\n");
     auto const entries = std::filesystem::directory_iterator(folder_.file(""));
     EXPECT_EQ(std::distance(begin(entries), end(entries)), 7) << "something is left over";
+}
+
+TEST_F(Messwerk, KeepsTheFilesOfARunApart) {
+    struct Row {
+        std::string input, output, picture, message;
+    } const rows[] = {
+        {"in.csv", "o.csv", "./in.csv", "the picture and the input"},
+        {"in.csv", "o.csv", "none/../o.csv", "the picture and the result"},
+        {"in.csv", "p.ini", "p.bmp", "the result and the profile"},
+        {"in.csv", "o.csv", "messages.err", "the picture and the messages"},
+        {"messwerk.log", "o.csv", "p.bmp", "the log and the input"},
+    };
+    for (auto const &[input, output, picture, message] : rows) {
+        std::string const profile = "[Input]\nFile=" + input +
+                                    "\nColumns=a\n[Output]\nFile=" + output +
+                                    "\n[Plot]\nAcross=a\nColumns=a\nFile=" + picture;
+        folder_.write("p.ini", profile);
+        folder_.write(input, "h\n1\n");
+        EXPECT_EQ(run({"p.ini"}, "LC_ALL=C TQTRACE=0 %"), 1);
+        EXPECT_NE(err_.find(message), std::string::npos) << message << err_;
+        EXPECT_EQ(folder_.read(input) + folder_.read("p.ini"), "h\n1\n" + profile);
+    }
 }
 
 TEST_F(Messwerk, ReadsAndWritesEachForm) {
