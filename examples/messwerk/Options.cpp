@@ -128,7 +128,7 @@ void takeProfile(Options &options) {
             for (std::string const &line : profile.lines(list.category))
                 list.add(options, line);
     } catch (UsageError const &error) {
-        throw UsageError("in " + quoted(options.profile) + ", " + error.what());
+        throw UsageError("in " + quotedPath(options.profile) + ", " + error.what());
     }
     auto const input = profile.value("Input", "File"), output = profile.value("Output", "File");
     options.input = input ? profile.pathOf(*input) : "";
@@ -140,8 +140,8 @@ void takeProfile(Options &options) {
 void takeFile(Options &options, std::vector<std::string> const &words) {
     if (words.empty()) throw UsageError("which file is to be read?");
     if (words.size() > 1)
-        throw UsageError("there is one file to read, not " + quoted(words[0]) + " and " +
-                         quoted(words[1]));
+        throw UsageError("there is one file to read, not " + quotedPath(words[0]) + " and " +
+                         quotedPath(words[1]));
     (isProfile(words[0]) ? options.profile : options.input) = words[0];
 }
 

@@ -23,7 +23,7 @@ constexpr int lineRoom = 1024;  // as the library's settings have, the NUL inclu
 // The path, if it leads to a file: the library would make a new one.
 std::string existing(std::string const &path) {
     if (access(path.c_str(), R_OK) != 0)
-        throw systemError("can't read " + messwerk::quoted(path), errno);
+        throw systemError("can't read " + messwerk::quotedPath(path), errno);
     return libraryPath(path);
 }
 
@@ -83,7 +83,7 @@ void Profile::set(char const *category, std::string const &name, std::string con
         file_.newCategorie(category);
         written = written && file_.addValue(category, name.c_str(), value.c_str()) == 0;
     }
-    if (!written) throw RunError("can't write all changes into " + messwerk::quoted(path_));
+    if (!written) throw RunError("can't write all changes into " + messwerk::quotedPath(path_));
 }
 
 std::string Profile::pathOf(std::string const &path) const {
@@ -100,7 +100,7 @@ void Profile::rememberRun(long rows, long refused) {
                          file_.setValue(lastRun, "Time", now()) == 0;
     if (!written)
         throw RunError("the result is written, but the last run not into " +
-                       messwerk::quoted(path_));
+                       messwerk::quotedPath(path_));
 }
 
 }  // namespace messwerk

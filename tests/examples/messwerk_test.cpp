@@ -521,6 +521,10 @@ TEST_F(Messwerk, AsksBeforeItReplacesAFile) {
         EXPECT_EQ(folder_.read("o.bmp") != "old", bmp);
         EXPECT_NE(terminal.output().find("\x1B[?1049l"), std::string::npos);
     }
+    std::string const end = "a&b" + std::string(25, 'c') + ".csv";  // of a path that is too long
+    auto terminal = atTerminal({"-c", "a", "-o", folder_.write("x" + end, "old"), "in.csv"});
+    EXPECT_TRUE(terminal.shows("\"..." + end + "\" existiert bereits!"));
+    EXPECT_TRUE(terminal.shows("Soll sie ersetzt werden?"));
     EXPECT_EQ(run({"p.ini"}), 1);
     EXPECT_NE(err_.find("\"o.csv\" is there already; -f replaces it"), std::string::npos) << err_;
 }
