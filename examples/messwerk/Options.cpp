@@ -127,14 +127,12 @@ void takeProfile(Options &options) {
         for (List const &list : lists)
             for (std::string const &line : profile.lines(list.category))
                 list.add(options, line);
+        options.input = profile.file("Input");
+        options.output = profile.file("Output");
+        options.plot.file = profile.file("Plot");
     } catch (UsageError const &error) {
         throw UsageError("in " + quotedPath(options.profile) + ", " + error.what());
     }
-    auto const input = profile.value("Input", "File"), output = profile.value("Output", "File");
-    options.input = input ? profile.pathOf(*input) : "";
-    options.output = output ? profile.pathOf(*output) : "";
-    auto const plot = profile.value("Plot", "File");
-    options.plot.file = plot ? profile.pathOf(*plot) : "";
 }
 
 void takeFile(Options &options, std::vector<std::string> const &words) {

@@ -86,9 +86,13 @@ void Profile::set(char const *category, std::string const &name, std::string con
     if (!written) throw RunError("can't write all changes into " + messwerk::quotedPath(path_));
 }
 
-std::string Profile::pathOf(std::string const &path) const {
-    std::filesystem::path const folder = std::filesystem::path(path_).parent_path();
-    return (folder / hostPath(TQFilename(path.c_str()))).string();
+std::string Profile::file(char const *category) {
+    std::string const name = value(category, "File").value_or("");
+    if (name.empty()) return "";
+    std::filesystem::path const path = hostPath(TQFilename(name.c_str()));
+    if (path.empty())
+        throw UsageError(messwerk::quotedPath(name) + " leads to no file of this machine");
+    return (std::filesystem::path(path_).parent_path() / path).string();
 }
 
 // A value that is set goes to the head of its category: the last one is the first.

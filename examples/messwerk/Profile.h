@@ -48,8 +48,9 @@ class Profile {
     /// the category if there is none. Throws RunError if the profile can't be written.
     void set(char const *category, std::string const &name, std::string const &value);
 
-    /// The path that the profile means by `path`: names count from the profile's folder.
-    std::string pathOf(std::string const &path) const;
+    /// The path of the file that the value File of `category` names, counted from the profile's
+    /// folder; empty if there is none. Throws UsageError for a name that leads nowhere.
+    std::string file(char const *category);
 
     /// Puts down the run of this moment: its time, its rows, and the version of the program. Throws
     /// RunError if the profile can't be written, which is as it was then, or has a part of it.

@@ -238,9 +238,13 @@ TEST_F(Messwerk, TakesAProfileAndPutsTheRunDown) {
     ASSERT_EQ(run({"-x", "c=sum 1 -", "d/p.INI", "-o", "new.csv", "-l", "a= 2:2 "}), 0) << err_;
     EXPECT_EQ(folder_.read("new.csv"), "\"a\",\"b\",\"sum\",\"last\",\"c\",\n2.,7.,9.,0.,8.,\n");
     EXPECT_EQ(folder_.read("d/p.INI").find("[LastRun]"), written.find("[LastRun]"));
-    folder_.write("bad.ini", "[Input]\nFile=x\nColumns=a:b\n");
-    EXPECT_EQ(run({"bad.ini"}), 2);
-    EXPECT_NE(err_.find("in \"bad.ini\", "), std::string::npos) << err_;
+    for (auto const &[columns, fault] : std::map<std::string, std::string>{
+             {"a:b", "a column is"},
+             {"a\n[Plot]\nFile=D:\\x", "\"D:\\x\" leads to no file"}}) {
+        folder_.write("bad.ini", "[Input]\nFile=x\nColumns=" + columns);
+        EXPECT_EQ(run({"bad.ini"}), 2);
+        EXPECT_NE(err_.find("in \"bad.ini\", " + fault), std::string::npos) << err_;
+    }
     EXPECT_EQ(run({"none.ini"}), 1);
     EXPECT_FALSE(std::filesystem::exists(folder_.file("none.ini")));
 }
