@@ -121,6 +121,7 @@ bool takeOne(Arguments &arguments, char const *option, std::string &value) {
 void takeProfile(Options &options) {
     Profile profile(options.profile);
     try {
+        profile.check();
         for (Setting const &setting : settings)
             if (auto const value = profile.value(setting.category, setting.name))
                 setting.set(options, *value);

@@ -35,6 +35,9 @@ class Profile {
     /// Opens the profile `path`. Throws RunError if it can't be read.
     explicit Profile(std::string const &path);
 
+    /// Throws UsageError if a line is too long to be read.
+    void check() const;
+
     /// The value `name` of `category`; nothing if there is none.
     std::optional<std::string> value(char const *category, char const *name);
 
@@ -45,8 +48,12 @@ class Profile {
     std::vector<Entry> entries(char const *category);
 
     /// Gives the value `name` of `category` another text, or takes it away for an empty one; makes
-    /// the category if there is none. Throws RunError if the profile can't be written.
+    /// the category if there is none. Throws RunError if the profile can't be written, UsageError
+    /// as checkRoom() does.
     void set(char const *category, std::string const &name, std::string const &value);
+
+    /// Throws UsageError if the line of such a value would be too long.
+    static void checkRoom(std::string const &name, std::string const &value);
 
     /// The path of the file that the value File of `category` names, counted from the profile's
     /// folder; empty if there is none. Throws UsageError for a name that leads nowhere.

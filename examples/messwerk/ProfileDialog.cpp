@@ -210,6 +210,7 @@ void ProfileDialog::takeFormula(CDataExchange *dx) {
 void ProfileDialog::change(std::string const &line) {
     Formula formula = parseFormula(line);
     formula.text = TQString(formula.text.c_str()).Trim();
+    Profile::checkRoom(formula.name, formula.text);
     std::vector<Formula> formulas = draft_.formulas;
     auto const old = std::ranges::find_if(formulas, [&](Formula const &other) {
         return toCapitals(other.name) == toCapitals(formula.name);

@@ -240,7 +240,8 @@ TEST_F(Messwerk, TakesAProfileAndPutsTheRunDown) {
     EXPECT_EQ(folder_.read("d/p.INI").find("[LastRun]"), written.find("[LastRun]"));
     for (auto const &[columns, fault] : std::map<std::string, std::string>{
              {"a:b", "a column is"},
-             {"a\n[Plot]\nFile=D:\\x", "\"D:\\x\" leads to no file"}}) {
+             {"a\n[Plot]\nFile=D:\\x", "\"D:\\x\" leads to no file"},
+             {std::string(1016, 'a'), "line 3 has more than 1023 characters"}}) {
         folder_.write("bad.ini", "[Input]\nFile=x\nColumns=" + columns);
         EXPECT_EQ(run({"bad.ini"}), 2);
         EXPECT_NE(err_.find("in \"bad.ini\", " + fault), std::string::npos) << err_;
