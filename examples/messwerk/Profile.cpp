@@ -77,7 +77,8 @@ std::vector<std::string> Profile::lines(char const *category) {
     if (file_.searchCategorie(category) < 0) return values;
     char line[longestLine + 1];
     while (file_.stream()->getline(line, sizeof line) && *line != '[')
-        if (std::strchr(line, '=') != nullptr) values.push_back(withoutReturn(line));
+        if (*line != '#' && std::strchr(line, '=') != nullptr)
+            values.push_back(withoutReturn(line));
     return values;
 }
 

@@ -41,7 +41,7 @@ class Profile {
     /// The value `name` of `category`; nothing if there is none.
     std::optional<std::string> value(char const *category, char const *name);
 
-    /// The lines of `category` that hold values, from top to bottom.
+    /// The lines of `category` that hold values, from top to bottom, without comments.
     std::vector<std::string> lines(char const *category);
 
     /// The same, taken apart.

@@ -222,10 +222,11 @@ TEST_F(Messwerk, NumbersLinesAsAnEditorDoes) {
 TEST_F(Messwerk, TakesAProfileAndPutsTheRunDown) {
     std::filesystem::create_directory(folder_.file("d"));
     folder_.write("d/in.csv", "h\n1,5\n2,7\n3,9\nx,1\n");
-    std::string const profile =
-        "# run\r\n[Input]\r\nFile=in.csv\r\nSeparator=,\r\nColumns=a, b\r\n"
-        "[Calculations]\r\nsum = a b +\nlast = RCL_0 a STO_0 CLX\n[Limits]\nsum=:10\nb=5:\n"
-        "[Output]\nFile=out .csv\n";
+    std::string const profile = std::string(1023, '#') +
+                                "\n[Input]\r\nFile=in.csv\r\nSeparator=,\r\nColumns=a, b\r\n"
+                                "[Calculations]\r\n#none=sum\nsum = a b +\nlast = RCL_0 a STO_0 "
+                                "CLX\n[Limits]\nsum=:10\nb=5:\n"
+                                "[Output]\nFile=out .csv\n";
     folder_.write("d/p.INI", profile);
     ASSERT_EQ(run({"d/p.INI"}), 0) << err_;
     EXPECT_EQ(folder_.read("d/out .csv"),
@@ -303,6 +304,7 @@ TEST_F(Messwerk, RefusesCommandLinesThatCannotBeCarriedOut) {
         {{"-c", "a,", "-o", "o", "in"}, "is empty"},
         {{"-c", "a,b c", "-o", "o", "in"}, "contains a blank"},
         {{"-c", "a;b", "-o", "o", "in"}, "contains \";\""},
+        {{"-c", "a,#b", "-o", "o", "in"}, "begins with \"#\""},
         {{"-c", "1e5", "-o", "o", "in"}, "is a number"},
         {{"-c", "a,Sin:text", "-o", "o", "in"}, "\"Sin\" is a keyword"},
         {{"-c", "a,A", "-o", "o", "in"}, "is there twice"},
