@@ -188,8 +188,10 @@ void ProfileDialog::DoDataExchange(CDataExchange *dx) {
     DDX_Text(dx, headerField, draft_.headerLines, "%d");
     DDV_MyMinMaxInt(dx, draft_.headerLines, 0, mostHeaderLines, 0, usualHeaderLines);
     if (dx->m_bSaveAndValidate == 0) return;
-    dx->PrepareEditCtrl(::GetFocus() == highest_.m_hWnd ? highestField : lowestField);
-    if (!takeLimit()) dx->Fail();
+    if (!takeLimit()) {  // the focus is on the one that is wrong
+        dx->PrepareEditCtrl(::GetFocus() == highest_.m_hWnd ? highestField : lowestField);
+        dx->Fail();
+    }
     takeFormula(dx);
 }
 
