@@ -87,6 +87,7 @@ class ProfileDialog final : public CDialog {
 
   private:
     void OnColumn();
+    void OnColumnTakenBack();
     void fillLists();
     void showLimit();
     bool takeLimit();
@@ -106,7 +107,8 @@ class ProfileDialog final : public CDialog {
     int shown_ = -1;  ///< the column whose limits are shown
 };
 constinit tqplatform::MessageEntry const ProfileDialog::entries[] = {
-    tqplatform::onCommand<&ProfileDialog::OnColumn>(CBN_SELCHANGE, columnList)};
+    tqplatform::onCommand<&ProfileDialog::OnColumn>(CBN_SELCHANGE, columnList),
+    tqplatform::onCommand<&ProfileDialog::OnColumnTakenBack>(CBN_SELENDCANCEL, columnList)};
 constinit tqplatform::MessageMap const ProfileDialog::map{&CDialog::messageMap,
                                                           ProfileDialog::entries};
 
@@ -149,6 +151,11 @@ void ProfileDialog::OnColumn() {
         showLimit();
     else
         columns_.SetCurSel(shown_);
+}
+
+// The list has gone back to the column from which it was opened. Nothing was typed meanwhile.
+void ProfileDialog::OnColumnTakenBack() {
+    if (columns_.GetCurSel() != shown_) showLimit();
 }
 
 bool ProfileDialog::takeLimit() {

@@ -574,14 +574,20 @@ TEST_F(Messwerk, ChangesAProfileInADialog) {
     EXPECT_TRUE(terminal.shows("Der eingegebene Wert ist zu klein!"));
     terminal.type(
         "\r\x1B"
-        "b4\x1Brsum = a b *");
+        "b0\t\r");
+    EXPECT_TRUE(terminal.shows("Der eingegebene Wert ist zu klein!"));
+    terminal.type("\r4\x1Bg\x1BOS\x1B[B");  // corrected; b is looked at in the list
+    EXPECT_TRUE(terminal.shows("is [7"));
+    terminal.type("\x1B");
+    EXPECT_TRUE(terminal.shows("on [3"));
+    terminal.type("\t\t5\x1Brsum = a b *");
     terminal.type("\x1Bk12\r");
     EXPECT_TRUE(terminal.shows("beibehalten"));
     terminal.type("\r");
     EXPECT_EQ(terminal.end(), 0);
     EXPECT_EQ(folder_.read("p.ini"),
               "# kept\n[Input]\nHeaderLines=12\nFile=new.csv\nColumns=a,b\n[Calculations]\n"
-              "sum=a b *\ntwice=sum 2 *\n# kept too\n[Limits]\na=3:4\nb=:7\n[Output]\n"
+              "sum=a b *\ntwice=sum 2 *\n# kept too\n[Limits]\na=3:5\nb=:7\n[Output]\n"
               "File=o.csv\n");
     EXPECT_EQ(run({"--edit", "p.ini"}), 1);
     EXPECT_EQ(run({"--edit", "in.csv"}), 2);
