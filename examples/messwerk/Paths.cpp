@@ -1,6 +1,7 @@
 #include "Paths.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "tqlib/files/filesystem.h"
 
@@ -27,8 +28,8 @@ std::string libraryPath(std::string const &path) {
 // library.
 std::optional<std::string> resultName(std::string const &input) {
     TQFilename name = fromHostPath(input);
-    if (!isOrdinaryFile(input) || hostPath(name) != input || name.isValidWithWildcards() == 0)
-        return std::nullopt;
+    bool const isOther = access(input.c_str(), F_OK) == 0 && !isOrdinaryFile(input);
+    if (isOther || hostPath(name) != input || name.isValidWithWildcards() == 0) return std::nullopt;
     name.newName(name.GetFilename() + "-result");
     return hostPath(name).string();
 }

@@ -291,7 +291,7 @@ TEST_F(Messwerk, RefusesCommandLinesThatCannotBeCarriedOut) {
         {{}, "which file"},
         {{"-c", "a", "-o", "o"}, "which file"},
         {{"-o", "o", "in"}, "which columns"},
-        {{"-c", "a", "in"}, "where is the result"},
+        {{"-c", "a", "/dev/null"}, "where is the result"},
         {{"-c", "a", "-o", "o", "in", "in2"}, "not \"in\" and \"in2\""},
         {{"-q"}, "no option \"-q\""},
         {{"in", "-c"}, "\"-c\" needs a value"},
@@ -378,6 +378,7 @@ TEST_F(Messwerk, AFailedRunSaysWhyAndLeavesTheOldResult) {
         EXPECT_EQ(run({"-c", "a", "-o", output, from}), 1) << message;
         EXPECT_NE(err_.find(message), std::string::npos) << message << err_;
     }
+    EXPECT_EQ(run({"-c", "a", "missing"}), 1) << "no result is named after it";
     std::string rows20000;
     for (int i = 0; i < 20000; ++i)
         rows20000 += "1\n";
