@@ -312,6 +312,7 @@ TEST_F(Messwerk, RefusesCommandLinesThatCannotBeCarriedOut) {
         {{"-c", "a", "-l", "a=1", "-o", "o", "in"}, "NAME = LOWEST:HIGHEST"},
         {{"-c", "a", "-l", "a=:", "-o", "o", "in"}, "NAME = LOWEST:HIGHEST"},
         {{"-c", "a", "-l", "a=x:1", "-o", "o", "in"}, "NAME = LOWEST:HIGHEST"},
+        {{"-c", "a", "-l", "a=nan:1", "-o", "o", "in"}, "NAME = LOWEST:HIGHEST"},
         {{"-c", "a", "-l", "b=0:1", "-o", "o", "in"}, "no column \"B\""},
         {{"-c", "a:text", "-l", "a=0:1", "-o", "o", "in"}, "only numbers"},
         {{"-c", "a", "-c", "b", "-o", "o", "in"}, "\"-c\" is there twice"},
