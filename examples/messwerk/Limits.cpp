@@ -1,6 +1,7 @@
 #include "Limits.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <limits>
 
@@ -16,7 +17,7 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 std::optional<double> parseBound(std::string const &text, std::string const &limit) {
     if (TQString(text.c_str()).Trim().IsEmpty()) return std::nullopt;
     auto const number = wholeNumber(text.c_str());
-    if (!number) throw UsageError(form + quoted(limit));
+    if (!number || std::isnan(*number)) throw UsageError(form + quoted(limit));
     return number;
 }
 

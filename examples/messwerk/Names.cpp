@@ -12,6 +12,9 @@ namespace {
 // An equals sign ends a result's name on the command line.
 constexpr std::string_view reserved = "\"=";
 
+// In a profile a line that begins so is a comment or the header of a category.
+constexpr std::string_view otherLines = "#[";
+
 std::string characterFault(std::string const &name, char separator) {
     for (char const c : name) {
         auto const byte = static_cast<unsigned char>(c);
@@ -26,6 +29,8 @@ std::string characterFault(std::string const &name, char separator) {
 // What is wrong with `name`; empty if nothing is.
 std::string fault(std::string const &name, char separator) {
     if (name.empty()) return "is empty";
+    if (otherLines.find(name[0]) != std::string_view::npos)
+        return "begins with " + quoted({name.data(), 1});
     std::string reason = characterFault(name, separator);
     if (!reason.empty()) return reason;
     if (wholeNumber(name.c_str())) return "is a number";

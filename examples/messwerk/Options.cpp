@@ -121,27 +121,26 @@ bool takeOne(Arguments &arguments, char const *option, std::string &value) {
 void takeProfile(Options &options) {
     Profile profile(options.profile);
     try {
+        profile.check();
         for (Setting const &setting : settings)
             if (auto const value = profile.value(setting.category, setting.name))
                 setting.set(options, *value);
         for (List const &list : lists)
             for (std::string const &line : profile.lines(list.category))
                 list.add(options, line);
+        options.input = profile.file("Input");
+        options.output = profile.file("Output");
+        options.plot.file = profile.file("Plot");
     } catch (UsageError const &error) {
-        throw UsageError("in " + quoted(options.profile) + ", " + error.what());
+        throw UsageError("in " + quotedPath(options.profile) + ", " + error.what());
     }
-    auto const input = profile.value("Input", "File"), output = profile.value("Output", "File");
-    options.input = input ? profile.pathOf(*input) : "";
-    options.output = output ? profile.pathOf(*output) : "";
-    auto const plot = profile.value("Plot", "File");
-    options.plot.file = plot ? profile.pathOf(*plot) : "";
 }
 
 void takeFile(Options &options, std::vector<std::string> const &words) {
     if (words.empty()) throw UsageError("which file is to be read?");
     if (words.size() > 1)
-        throw UsageError("there is one file to read, not " + quoted(words[0]) + " and " +
-                         quoted(words[1]));
+        throw UsageError("there is one file to read, not " + quotedPath(words[0]) + " and " +
+                         quotedPath(words[1]));
     (isProfile(words[0]) ? options.profile : options.input) = words[0];
 }
 

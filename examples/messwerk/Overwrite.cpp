@@ -14,6 +14,16 @@
 namespace messwerk {
 namespace {
 
+/// `path` in quotes as a caption, to which an ampersand that is to be seen is two.
+CString caption(std::string const &path) {
+    CString text;
+    for (char const c : tqplatform::fromUtf8(quotedPath(path))) {
+        if (c == '&') text += c;
+        text += c;
+    }
+    return text;
+}
+
 /// The question for one file after the other, until it is answered for all.
 class Replacing {
   public:
@@ -22,10 +32,9 @@ class Replacing {
         bool const isThere = isOrdinaryFile(path) && !isDescriptor(path, STDOUT_FILENO);
         if (forAll_ || !isThere) return true;
         if (!tqplatform::TerminalUser::isThere())
-            throw RunError(quoted(path) + " is there already; -f replaces it");
-        CString text = "Die Datei ";
-        text += tqplatform::fromUtf8(quoted(path)).c_str();
-        text += " existiert bereits!\nSoll sie ersetzt werden?";
+            throw RunError(quotedPath(path) + " is there already; -f replaces it");
+        CString text =
+            "Die Datei " + caption(path) + " existiert bereits!\nSoll sie ersetzt werden?";
         CYesToAllDlg question(text, nullptr);
         question.DoModal();
         forAll_ = question.result == CYesToAllDlg::yesToAll;

@@ -1,6 +1,7 @@
 #include "Paths.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "tqlib/files/filesystem.h"
 
@@ -9,6 +10,12 @@ namespace {
 
 bool isSame(struct stat const &one, struct stat const &other) {
     return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
+}
+
+/// The one name of a file that isn't there yet.
+std::filesystem::path placeOf(std::string const &path) {
+    std::error_code error;
+    return weakly_canonical(std::filesystem::absolute(path, error), error);
 }
 
 }  // namespace
@@ -21,8 +28,8 @@ std::string libraryPath(std::string const &path) {
 // library.
 std::optional<std::string> resultName(std::string const &input) {
     TQFilename name = fromHostPath(input);
-    if (!isOrdinaryFile(input) || hostPath(name) != input || name.isValidWithWildcards() == 0)
-        return std::nullopt;
+    bool const isOther = access(input.c_str(), F_OK) == 0 && !isOrdinaryFile(input);
+    if (isOther || hostPath(name) != input || name.isValidWithWildcards() == 0) return std::nullopt;
     name.newName(name.GetFilename() + "-result");
     return hostPath(name).string();
 }
@@ -30,8 +37,9 @@ std::optional<std::string> resultName(std::string const &input) {
 bool isSameFile(std::string const &path, std::string const &other) {
     struct stat one {
     }, two{};
-    return stat(path.c_str(), &one) == 0 && stat(other.c_str(), &two) == 0 &&
-           S_ISREG(one.st_mode) && isSame(one, two);
+    bool const isThere = stat(path.c_str(), &one) == 0;
+    if (isThere != (stat(other.c_str(), &two) == 0)) return false;
+    return isThere ? S_ISREG(one.st_mode) && isSame(one, two) : placeOf(path) == placeOf(other);
 }
 
 bool isDescriptor(std::string const &path, int descriptor) {

@@ -12,10 +12,11 @@ namespace messwerk {
 std::string libraryPath(std::string const &path);
 
 /// A name for the result of reading `input`, beside it: data.csv gives data-result.csv. Nothing if
-/// the input is no ordinary file, or has a name that the library can't take apart.
+/// the input is something else than an ordinary file, or has a name that the library can't take
+/// apart.
 std::optional<std::string> resultName(std::string const &input);
 
-/// True if both paths lead to the same ordinary file.
+/// True if both paths lead to the same ordinary file, which need not be there yet.
 bool isSameFile(std::string const &path, std::string const &other);
 
 /// True if `path` leads to what the open descriptor `descriptor` stands for.

@@ -159,7 +159,7 @@ void Plot::finish() const {
 
     SafeFile target(options_.file);
     if (!canvas.write(libraryPath(target.workPath()).c_str()))
-        throw systemError("can't write " + quoted(options_.file), errno);
+        throw systemError("can't write " + quotedPath(options_.file), errno);
     target.keep();
 }
 

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <ctime>
 #include <filesystem>
+#include <fstream>
 #include <memory>
 
 #include "Errors.h"
@@ -18,12 +19,12 @@ namespace messwerk {
 namespace {
 
 constexpr char lastRun[] = "LastRun";
-constexpr int lineRoom = 1024;  // as the library's settings have, the NUL included
+constexpr std::size_t longestLine = 1023;  // that the library's settings read in one piece
 
 // The path, if it leads to a file: the library would make a new one.
 std::string existing(std::string const &path) {
     if (access(path.c_str(), R_OK) != 0)
-        throw systemError("can't read " + messwerk::quoted(path), errno);
+        throw systemError("can't read " + messwerk::quotedPath(path), errno);
     return libraryPath(path);
 }
 
@@ -45,7 +46,23 @@ bool isProfile(std::string const &path) {
 }
 
 Profile::Profile(std::string const &path) : path_(path), file_(existing(path).c_str()) {
-    if (*file_.fileName() == '\0') throw systemError("can't open " + messwerk::quoted(path), errno);
+    if (*file_.fileName() == '\0')
+        throw systemError("can't open " + messwerk::quotedPath(path), errno);
+}
+
+// The library would take the rest of a longer line for a line of its own.
+void Profile::check() const {
+    std::ifstream file(path_);
+    std::string line;
+    for (long number = 1; std::getline(file, line); ++number)
+        if (line.size() > longestLine)
+            throw UsageError("line " + std::to_string(number) + " has more than " +
+                             std::to_string(longestLine) + " characters");
+}
+
+void Profile::checkRoom(std::string const &name, std::string const &value) {
+    if ((name + '=' + value + '\n').size() > longestLine)
+        throw UsageError("the line of " + messwerk::quoted(name) + " in the profile is too long");
 }
 
 std::optional<std::string> Profile::value(char const *category, char const *name) {
@@ -58,9 +75,10 @@ std::optional<std::string> Profile::value(char const *category, char const *name
 std::vector<std::string> Profile::lines(char const *category) {
     std::vector<std::string> values;
     if (file_.searchCategorie(category) < 0) return values;
-    char line[lineRoom];
-    while (file_.stream()->getline(line, lineRoom) && *line != '[')
-        if (std::strchr(line, '=') != nullptr) values.push_back(withoutReturn(line));
+    char line[longestLine + 1];
+    while (file_.stream()->getline(line, sizeof line) && *line != '[')
+        if (*line != '#' && std::strchr(line, '=') != nullptr)
+            values.push_back(withoutReturn(line));
     return values;
 }
 
@@ -76,6 +94,7 @@ std::vector<Entry> Profile::entries(char const *category) {
 }
 
 void Profile::set(char const *category, std::string const &name, std::string const &value) {
+    checkRoom(name, value);
     bool written = true;
     while (written && this->value(category, name.c_str()))
         written = file_.deleteValue(category, name.c_str()) == 0;
@@ -83,12 +102,16 @@ void Profile::set(char const *category, std::string const &name, std::string con
         file_.newCategorie(category);
         written = written && file_.addValue(category, name.c_str(), value.c_str()) == 0;
     }
-    if (!written) throw RunError("can't write all changes into " + messwerk::quoted(path_));
+    if (!written) throw RunError("can't write all changes into " + messwerk::quotedPath(path_));
 }
 
-std::string Profile::pathOf(std::string const &path) const {
-    std::filesystem::path const folder = std::filesystem::path(path_).parent_path();
-    return (folder / hostPath(TQFilename(path.c_str()))).string();
+std::string Profile::file(char const *category) {
+    std::string const name = value(category, "File").value_or("");
+    if (name.empty()) return "";
+    std::filesystem::path const path = hostPath(TQFilename(name.c_str()));
+    if (path.empty())
+        throw UsageError(messwerk::quotedPath(name) + " leads to no file of this machine");
+    return (std::filesystem::path(path_).parent_path() / path).string();
 }
 
 // A value that is set goes to the head of its category: the last one is the first.
@@ -100,7 +123,7 @@ void Profile::rememberRun(long rows, long refused) {
                          file_.setValue(lastRun, "Time", now()) == 0;
     if (!written)
         throw RunError("the result is written, but the last run not into " +
-                       messwerk::quoted(path_));
+                       messwerk::quotedPath(path_));
 }
 
 }  // namespace messwerk

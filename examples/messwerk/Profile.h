@@ -35,21 +35,29 @@ class Profile {
     /// Opens the profile `path`. Throws RunError if it can't be read.
     explicit Profile(std::string const &path);
 
+    /// Throws UsageError if a line is too long to be read.
+    void check() const;
+
     /// The value `name` of `category`; nothing if there is none.
     std::optional<std::string> value(char const *category, char const *name);
 
-    /// The lines of `category` that hold values, from top to bottom.
+    /// The lines of `category` that hold values, from top to bottom, without comments.
     std::vector<std::string> lines(char const *category);
 
     /// The same, taken apart.
     std::vector<Entry> entries(char const *category);
 
     /// Gives the value `name` of `category` another text, or takes it away for an empty one; makes
-    /// the category if there is none. Throws RunError if the profile can't be written.
+    /// the category if there is none. Throws RunError if the profile can't be written, UsageError
+    /// as checkRoom() does.
     void set(char const *category, std::string const &name, std::string const &value);
 
-    /// The path that the profile means by `path`: names count from the profile's folder.
-    std::string pathOf(std::string const &path) const;
+    /// Throws UsageError if the line of such a value would be too long.
+    static void checkRoom(std::string const &name, std::string const &value);
+
+    /// The path of the file that the value File of `category` names, counted from the profile's
+    /// folder; empty if there is none. Throws UsageError for a name that leads nowhere.
+    std::string file(char const *category);
 
     /// Puts down the run of this moment: its time, its rows, and the version of the program. Throws
     /// RunError if the profile can't be written, which is as it was then, or has a part of it.

@@ -87,6 +87,7 @@ class ProfileDialog final : public CDialog {
 
   private:
     void OnColumn();
+    void OnColumnTakenBack();
     void fillLists();
     void showLimit();
     bool takeLimit();
@@ -106,7 +107,8 @@ class ProfileDialog final : public CDialog {
     int shown_ = -1;  ///< the column whose limits are shown
 };
 constinit tqplatform::MessageEntry const ProfileDialog::entries[] = {
-    tqplatform::onCommand<&ProfileDialog::OnColumn>(CBN_SELCHANGE, columnList)};
+    tqplatform::onCommand<&ProfileDialog::OnColumn>(CBN_SELCHANGE, columnList),
+    tqplatform::onCommand<&ProfileDialog::OnColumnTakenBack>(CBN_SELENDCANCEL, columnList)};
 constinit tqplatform::MessageMap const ProfileDialog::map{&CDialog::messageMap,
                                                           ProfileDialog::entries};
 
@@ -151,6 +153,11 @@ void ProfileDialog::OnColumn() {
         columns_.SetCurSel(shown_);
 }
 
+// The list has gone back to the column from which it was opened. Nothing was typed meanwhile.
+void ProfileDialog::OnColumnTakenBack() {
+    if (columns_.GetCurSel() != shown_) showLimit();
+}
+
 bool ProfileDialog::takeLimit() {
     if (shown_ < 0) return true;
     LimitText &limit = draft_.limits[static_cast<std::size_t>(shown_)];
@@ -188,8 +195,10 @@ void ProfileDialog::DoDataExchange(CDataExchange *dx) {
     DDX_Text(dx, headerField, draft_.headerLines, "%d");
     DDV_MyMinMaxInt(dx, draft_.headerLines, 0, mostHeaderLines, 0, usualHeaderLines);
     if (dx->m_bSaveAndValidate == 0) return;
-    dx->PrepareEditCtrl(::GetFocus() == highest_.m_hWnd ? highestField : lowestField);
-    if (!takeLimit()) dx->Fail();
+    if (!takeLimit()) {  // the focus is on the one that is wrong
+        dx->PrepareEditCtrl(::GetFocus() == highest_.m_hWnd ? highestField : lowestField);
+        dx->Fail();
+    }
     takeFormula(dx);
 }
 
@@ -210,6 +219,7 @@ void ProfileDialog::takeFormula(CDataExchange *dx) {
 void ProfileDialog::change(std::string const &line) {
     Formula formula = parseFormula(line);
     formula.text = TQString(formula.text.c_str()).Trim();
+    Profile::checkRoom(formula.name, formula.text);
     std::vector<Formula> formulas = draft_.formulas;
     auto const old = std::ranges::find_if(formulas, [&](Formula const &other) {
         return toCapitals(other.name) == toCapitals(formula.name);

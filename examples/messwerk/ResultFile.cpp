@@ -57,7 +57,7 @@ void ResultFile::writeLine(WriteField writeField) {
 
 // Throws if the file hasn't taken what was written.
 void ResultFile::check() const {
-    if (form_->hasFailed()) throw systemError("can't write " + quoted(path_), errno);
+    if (form_->hasFailed()) throw systemError("can't write " + quotedPath(path_), errno);
 }
 
 void ResultFile::finish() {

@@ -234,7 +234,7 @@ std::unique_ptr<RowSource> RowSource::open(Options const &options) {
 RowSource::RowSource(std::string const &path, classic::ios const &file) : path_(path) {
     int const reason = errno;
     if (file.fail())
-        throw systemError("can't read " + quoted(path), isFolder(path) ? EISDIR : reason);
+        throw systemError("can't read " + quotedPath(path), isFolder(path) ? EISDIR : reason);
     length_ = sizeOf(path);
 }
 
@@ -251,7 +251,7 @@ LineKind RowSource::next() {
 
 RunError RowSource::readError(int reason) const {
     std::string const place = number_ == 0 ? "" : " beyond line " + std::to_string(number_);
-    return systemError("can't read " + quoted(path_) + place, reason);
+    return systemError("can't read " + quotedPath(path_) + place, reason);
 }
 
 }  // namespace messwerk

@@ -41,7 +41,7 @@ void handleEndingSignals() {
 }
 
 RunError writeError(std::string const &path, int reason) {
-    return systemError("can't write " + quoted(path), reason);
+    return systemError("can't write " + quotedPath(path), reason);
 }
 
 /// The permissions for the file `path`: those it has, or those of a new file.

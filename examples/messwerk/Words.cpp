@@ -9,7 +9,8 @@
 namespace messwerk {
 namespace {
 
-constexpr std::size_t longestShown = 40;  // bytes
+// In bytes. The question whether a file is to be replaced has no room for a longer path.
+constexpr std::size_t longestShown = 40, longestPathShown = 35, dots = 3;
 
 bool isBlank(char c) {
     return std::isspace(static_cast<unsigned char>(c)) != 0;
@@ -30,6 +31,17 @@ std::size_t letterLength(std::string_view text) {
         if (!isContinuation(text[i])) return 0;
     bool const isControl = first == 0xC2 && static_cast<unsigned char>(text[1]) < 0xA0;
     return isControl ? 0 : length;
+}
+
+/// The letters of `text` that begin ahead of the place `end`, as far as they can be shown.
+std::string visible(std::string_view text, std::size_t end) {
+    std::string shown;
+    for (std::size_t at = 0; at < std::min(text.size(), end);) {
+        std::size_t const length = letterLength(text.substr(at));
+        shown += length == 0 ? "?" : text.substr(at, length);
+        at += std::max<std::size_t>(length, 1);
+    }
+    return shown;
 }
 
 }  // namespace
@@ -61,16 +73,17 @@ bool isKeyword(std::string const &word) {
 }
 
 std::string quoted(std::string_view text) {
-    std::string shown = "\"";
     bool const isLong = text.size() > longestShown;
-    std::string_view const end = isLong ? "...\"" : "\"";
-    std::size_t const room = isLong ? longestShown - 3 : longestShown;
-    for (std::size_t at = 0; at < std::min(text.size(), room);) {
-        std::size_t const length = letterLength(text.substr(at));
-        shown += length == 0 ? "?" : text.substr(at, length);
-        at += std::max<std::size_t>(length, 1);
-    }
-    return shown.append(end);
+    std::size_t const end = isLong ? longestShown - dots : text.size();
+    return '"' + visible(text, end) + (isLong ? "...\"" : "\"");
+}
+
+std::string quotedPath(std::string_view path) {
+    bool const isLong = path.size() > longestPathShown;
+    if (isLong) path.remove_prefix(path.size() - longestPathShown + dots);
+    while (isLong && !path.empty() && isContinuation(path[0]))
+        path.remove_prefix(1);
+    return (isLong ? "\"..." : "\"") + visible(path, path.size()) + '"';
 }
 
 std::string counted(long count, std::string const &noun) {

@@ -22,9 +22,12 @@ std::string toCapitals(std::string_view text);
 /// True if the calculator takes `word`, which is in capitals and has no blank, as a keyword.
 bool isKeyword(std::string const &word);
 
-/// `text` in quotes for a message: shortened if it is long, with `?` for what is
+/// `text` in quotes for a message: its beginning if it is long, with `?` for what is
 /// neither ASCII nor UTF-8 and for control characters.
 std::string quoted(std::string_view text);
+
+/// A path in the same way, but with its end, the name of the file, if it is long.
+std::string quotedPath(std::string_view path);
 
 /// "1 row", "2 rows".
 std::string counted(long count, std::string const &noun);

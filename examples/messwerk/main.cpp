@@ -26,6 +26,7 @@
 #include "ResultFile.h"
 #include "RowReader.h"
 #include "Summary.h"
+#include "tqplatform/runtime/HostPath.h"
 #include "Words.h"
 
 namespace messwerk {
@@ -40,14 +41,37 @@ void takeLocale() {
                stderr);
 }
 
+/// A setting of the library; nothing if there is none.
+std::optional<std::string> setting(char const *name) {
+    std::unique_ptr<char, decltype(&std::free)> const text(getLibrarySetting(name), &std::free);
+    return text == nullptr ? std::nullopt : std::optional<std::string>(text.get());
+}
+
+/// Where the log goes, which is written only if the settings name a level; empty if it isn't.
+std::string logPath() {
+    if (!setting("TRACE")) return "";
+    return tqplatform::toHostPath(setting("DIR").value_or("") + "messwerk.log");
+}
+
+// A file that is written stands for itself alone: it would replace what another one holds.
 void checkPlaces(Options const &options) {
-    std::string const output = quoted(options.output);
-    if (isSameFile(options.input, options.output))
-        throw RunError("the result can't go to the file it is read from, " + output);
-    for (int const descriptor : {STDOUT_FILENO, STDERR_FILENO})
-        if (isOrdinaryFile(options.output) && isDescriptor(options.output, descriptor))
-            throw RunError("the messages of this run go to " + output +
-                           " as well; name another file with -o");
+    struct Place {
+        char const *what;
+        std::string path;  ///< empty if there is no such file
+    };
+    constexpr std::size_t firstWritten = 4;
+    Place const places[] = {{"the input", options.input},
+                            {"the profile", options.profile},
+                            {"the messages of this run", "/dev/stdout"},
+                            {"the messages of this run", "/dev/stderr"},
+                            {"the result", options.output},
+                            {"the picture", options.plot.file},
+                            {"the log", logPath()}};
+    for (std::size_t i = firstWritten; i < std::size(places); ++i)
+        for (std::size_t other = 0; other < i; ++other)
+            if (!places[i].path.empty() && isSameFile(places[i].path, places[other].path))
+                throw RunError(std::string(places[i].what) + " and " + places[other].what +
+                               " can't be one file, " + quotedPath(places[i].path));
 }
 
 // Where the rows go to standard output the summary leaves it to them.
@@ -59,12 +83,6 @@ void print(Summary const &summary, std::FILE *out, long blankLines) {
     summary.print(out, blankLines);
     if (std::fflush(out) != 0 || std::ferror(out) != 0)
         throw systemError("can't write the summary", errno);
-}
-
-/// The log is written only if the settings name a level.
-TQLogfile openLog() {
-    std::unique_ptr<char, decltype(&std::free)> const level(getLibrarySetting("TRACE"), &std::free);
-    return TQLogfile(level == nullptr ? nullptr : "messwerk");
 }
 
 // Reads all rows and writes the good ones.
@@ -109,7 +127,7 @@ void viewResult(std::string const &output) {
 void run(Options options) {
     checkPlaces(options);
     askToReplace(options);
-    TQLogfile log = openLog();
+    TQLogfile log(logPath().empty() ? nullptr : "messwerk");
     log.printf(0, "reading %s", options.input);
     Row row(resultColumns(options).size());
     RowReader reader(options, row);

@@ -222,10 +222,11 @@ TEST_F(Messwerk, NumbersLinesAsAnEditorDoes) {
 TEST_F(Messwerk, TakesAProfileAndPutsTheRunDown) {
     std::filesystem::create_directory(folder_.file("d"));
     folder_.write("d/in.csv", "h\n1,5\n2,7\n3,9\nx,1\n");
-    std::string const profile =
-        "# run\r\n[Input]\r\nFile=in.csv\r\nSeparator=,\r\nColumns=a, b\r\n"
-        "[Calculations]\r\nsum = a b +\nlast = RCL_0 a STO_0 CLX\n[Limits]\nsum=:10\nb=5:\n"
-        "[Output]\nFile=out .csv\n";
+    std::string const profile = std::string(1023, '#') +
+                                "\n[Input]\r\nFile=in.csv\r\nSeparator=,\r\nColumns=a, b\r\n"
+                                "[Calculations]\r\n#none=sum\nsum = a b +\nlast = RCL_0 a STO_0 "
+                                "CLX\n[Limits]\nsum=:10\nb=5:\n"
+                                "[Output]\nFile=out .csv\n";
     folder_.write("d/p.INI", profile);
     ASSERT_EQ(run({"d/p.INI"}), 0) << err_;
     EXPECT_EQ(folder_.read("d/out .csv"),
@@ -238,9 +239,14 @@ TEST_F(Messwerk, TakesAProfileAndPutsTheRunDown) {
     ASSERT_EQ(run({"-x", "c=sum 1 -", "d/p.INI", "-o", "new.csv", "-l", "a= 2:2 "}), 0) << err_;
     EXPECT_EQ(folder_.read("new.csv"), "\"a\",\"b\",\"sum\",\"last\",\"c\",\n2.,7.,9.,0.,8.,\n");
     EXPECT_EQ(folder_.read("d/p.INI").find("[LastRun]"), written.find("[LastRun]"));
-    folder_.write("bad.ini", "[Input]\nFile=x\nColumns=a:b\n");
-    EXPECT_EQ(run({"bad.ini"}), 2);
-    EXPECT_NE(err_.find("in \"bad.ini\", "), std::string::npos) << err_;
+    for (auto const &[columns, fault] : std::map<std::string, std::string>{
+             {"a:b", "a column is"},
+             {"a\n[Plot]\nFile=D:\\x", "\"D:\\x\" leads to no file"},
+             {std::string(1016, 'a'), "line 3 has more than 1023 characters"}}) {
+        folder_.write("bad.ini", "[Input]\nFile=x\nColumns=" + columns);
+        EXPECT_EQ(run({"bad.ini"}), 2);
+        EXPECT_NE(err_.find("in \"bad.ini\", " + fault), std::string::npos) << err_;
+    }
     EXPECT_EQ(run({"none.ini"}), 1);
     EXPECT_FALSE(std::filesystem::exists(folder_.file("none.ini")));
 }
@@ -285,7 +291,7 @@ TEST_F(Messwerk, RefusesCommandLinesThatCannotBeCarriedOut) {
         {{}, "which file"},
         {{"-c", "a", "-o", "o"}, "which file"},
         {{"-o", "o", "in"}, "which columns"},
-        {{"-c", "a", "in"}, "where is the result"},
+        {{"-c", "a", "/dev/null"}, "where is the result"},
         {{"-c", "a", "-o", "o", "in", "in2"}, "not \"in\" and \"in2\""},
         {{"-q"}, "no option \"-q\""},
         {{"in", "-c"}, "\"-c\" needs a value"},
@@ -298,6 +304,7 @@ TEST_F(Messwerk, RefusesCommandLinesThatCannotBeCarriedOut) {
         {{"-c", "a,", "-o", "o", "in"}, "is empty"},
         {{"-c", "a,b c", "-o", "o", "in"}, "contains a blank"},
         {{"-c", "a;b", "-o", "o", "in"}, "contains \";\""},
+        {{"-c", "a,#b", "-o", "o", "in"}, "begins with \"#\""},
         {{"-c", "1e5", "-o", "o", "in"}, "is a number"},
         {{"-c", "a,Sin:text", "-o", "o", "in"}, "\"Sin\" is a keyword"},
         {{"-c", "a,A", "-o", "o", "in"}, "is there twice"},
@@ -305,6 +312,7 @@ TEST_F(Messwerk, RefusesCommandLinesThatCannotBeCarriedOut) {
         {{"-c", "a", "-l", "a=1", "-o", "o", "in"}, "NAME = LOWEST:HIGHEST"},
         {{"-c", "a", "-l", "a=:", "-o", "o", "in"}, "NAME = LOWEST:HIGHEST"},
         {{"-c", "a", "-l", "a=x:1", "-o", "o", "in"}, "NAME = LOWEST:HIGHEST"},
+        {{"-c", "a", "-l", "a=nan:1", "-o", "o", "in"}, "NAME = LOWEST:HIGHEST"},
         {{"-c", "a", "-l", "b=0:1", "-o", "o", "in"}, "no column \"B\""},
         {{"-c", "a:text", "-l", "a=0:1", "-o", "o", "in"}, "only numbers"},
         {{"-c", "a", "-c", "b", "-o", "o", "in"}, "\"-c\" is there twice"},
@@ -362,15 +370,16 @@ TEST_F(Messwerk, AFailedRunSaysWhyAndLeavesTheOldResult) {
         {"/dev/full", "in.csv", "can't write \"/dev/full\": No space left"},
         {"none/o.csv", "in.csv", "can't write \"none/o.csv\": No such file"},
         {".", "in.csv", "can't write \".\": Is a directory"},
-        {"link", "in.csv", "can't go to the file it is read from"},
-        {"messages.out", "in.csv", "the messages of this run go to"},
-        {"/dev/stdout", "in.csv", "the messages of this run go to"},
+        {"link", "in.csv", "the result and the input can't be one file, \"link\""},
+        {"messages.out", "in.csv", "the result and the messages of this run can't be one"},
+        {"/dev/stdout", "in.csv", "the result and the messages of this run can't be one"},
     };
     folder_.write("old.csv", "old");
     for (auto const &[output, from, message] : rows) {
         EXPECT_EQ(run({"-c", "a", "-o", output, from}), 1) << message;
         EXPECT_NE(err_.find(message), std::string::npos) << message << err_;
     }
+    EXPECT_EQ(run({"-c", "a", "missing"}), 1) << "no result is named after it";
     std::string rows20000;
     for (int i = 0; i < 20000; ++i)
         rows20000 += "1\n";
@@ -383,6 +392,28 @@ TEST_F(Messwerk, AFailedRunSaysWhyAndLeavesTheOldResult) {
     EXPECT_EQ(folder_.read("in.csv"), "h\n1\n");
     auto const entries = std::filesystem::directory_iterator(folder_.file(""));
     EXPECT_EQ(std::distance(begin(entries), end(entries)), 7) << "something is left over";
+}
+
+TEST_F(Messwerk, KeepsTheFilesOfARunApart) {
+    struct Row {
+        std::string input, output, picture, message;
+    } const rows[] = {
+        {"in.csv", "o.csv", "./in.csv", "the picture and the input"},
+        {"in.csv", "o.csv", "none/../o.csv", "the picture and the result"},
+        {"in.csv", "p.ini", "p.bmp", "the result and the profile"},
+        {"in.csv", "o.csv", "messages.err", "the picture and the messages"},
+        {"messwerk.log", "o.csv", "p.bmp", "the log and the input"},
+    };
+    for (auto const &[input, output, picture, message] : rows) {
+        std::string const profile = "[Input]\nFile=" + input +
+                                    "\nColumns=a\n[Output]\nFile=" + output +
+                                    "\n[Plot]\nAcross=a\nColumns=a\nFile=" + picture;
+        folder_.write("p.ini", profile);
+        folder_.write(input, "h\n1\n");
+        EXPECT_EQ(run({"p.ini"}, "LC_ALL=C TQTRACE=0 %"), 1);
+        EXPECT_NE(err_.find(message), std::string::npos) << message << err_;
+        EXPECT_EQ(folder_.read(input) + folder_.read("p.ini"), "h\n1\n" + profile);
+    }
 }
 
 TEST_F(Messwerk, ReadsAndWritesEachForm) {
@@ -499,6 +530,10 @@ TEST_F(Messwerk, AsksBeforeItReplacesAFile) {
         EXPECT_EQ(folder_.read("o.bmp") != "old", bmp);
         EXPECT_NE(terminal.output().find("\x1B[?1049l"), std::string::npos);
     }
+    std::string const end = "a&b" + std::string(25, 'c') + ".csv";  // of a path that is too long
+    auto terminal = atTerminal({"-c", "a", "-o", folder_.write("x" + end, "old"), "in.csv"});
+    EXPECT_TRUE(terminal.shows("\"..." + end + "\" existiert bereits!"));
+    EXPECT_TRUE(terminal.shows("Soll sie ersetzt werden?"));
     EXPECT_EQ(run({"p.ini"}), 1);
     EXPECT_NE(err_.find("\"o.csv\" is there already; -f replaces it"), std::string::npos) << err_;
 }
@@ -541,14 +576,20 @@ TEST_F(Messwerk, ChangesAProfileInADialog) {
     EXPECT_TRUE(terminal.shows("Der eingegebene Wert ist zu klein!"));
     terminal.type(
         "\r\x1B"
-        "b4\x1Brsum = a b *");
+        "b0\t\r");
+    EXPECT_TRUE(terminal.shows("Der eingegebene Wert ist zu klein!"));
+    terminal.type("\r4\x1Bg\x1BOS\x1B[B");  // corrected; b is looked at in the list
+    EXPECT_TRUE(terminal.shows("is [7"));
+    terminal.type("\x1B");
+    EXPECT_TRUE(terminal.shows("on [3"));
+    terminal.type("\t\t5\x1Brsum = a b *");
     terminal.type("\x1Bk12\r");
     EXPECT_TRUE(terminal.shows("beibehalten"));
     terminal.type("\r");
     EXPECT_EQ(terminal.end(), 0);
     EXPECT_EQ(folder_.read("p.ini"),
               "# kept\n[Input]\nHeaderLines=12\nFile=new.csv\nColumns=a,b\n[Calculations]\n"
-              "sum=a b *\ntwice=sum 2 *\n# kept too\n[Limits]\na=3:4\nb=:7\n[Output]\n"
+              "sum=a b *\ntwice=sum 2 *\n# kept too\n[Limits]\na=3:5\nb=:7\n[Output]\n"
               "File=o.csv\n");
     EXPECT_EQ(run({"--edit", "p.ini"}), 1);
     EXPECT_EQ(run({"--edit", "in.csv"}), 2);
