@@ -18,9 +18,10 @@
 // Names differ in capitals and small letters. Lines end with a line feed alone: a carriage return
 // belongs to the value. Any other line is left as it is.
 //
-// Limits: 1023 characters of a line, the rest counts as a further line; 99 of a header with its
-// brackets; 1023 of the name of a program with the suffix _Version. What is longer isn't found and
-// can't be written: the operation gives its value for failure.
+// Limits: 1023 characters of a line, of which a value longer than that is cut there, and the rest
+// counts as a further line; 99 of a header with its brackets; 1023 of the name of a program with
+// the suffix _Version. What is longer can't be written, and a longer header or name isn't found:
+// the operation gives its value for failure.
 //
 // Nothing is kept in memory, and every operation sees the file as it is. A change writes the whole
 // content to a temporary file first (see TQFilename::makeTemp) and then puts it in the place of the
