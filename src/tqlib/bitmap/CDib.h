@@ -138,7 +138,7 @@ class TQLIB_API CDib : public CObject {
     /// Uses a block at an even address that holds a header, a colour table and bits. It is freed
     /// with the bitmap if `mustDelete` isn't 0, also if the result is 0: as the memory block
     /// `global`, or with operator delete if that is null. The caller answers for the block being as
-    /// long as its header says. 1, or 0 with a message.
+    /// long as its header says. 1, or 0 with a message, and no bitmap then.
     int AttachMemory(void *block, int mustDelete, void *global);
 
     /// Turns a bitmap of 4 or 8 bits into its run-length code, or back if `compress` is 0. 1, or 0

@@ -262,16 +262,19 @@ int CDib::AttachMemory(void *block, int mustDelete, void *global) {
     return attach(block, std::numeric_limits<std::uint64_t>::max());
 }
 
-// Uses a block of at most `size` bytes.
+// Uses a block of at most `size` bytes. If that fails, one that isn't the object's is left alone
+// from then on.
 int CDib::attach(void *block, std::uint64_t size) {
-    return guarded("AttachMemory error", [&] {
-        header = static_cast<BITMAPINFOHEADER *>(block);  // freed with the object in any case
+    int const result = guarded("AttachMemory error", [&] {
+        header = static_cast<BITMAPINFOHEADER *>(block);
         if (block == nullptr || !liesWithin(block, size)) throw new CException;
         ComputeMetrics();
         ComputePaletteSize(header->biBitCount);
         image = reinterpret_cast<std::uint8_t *>(colorTable + colorCount);
         MakePalette();
     });
+    if (result == 0 && headerAlloc == AllocNone) Empty();
+    return result;
 }
 
 int CDib::LoadBitmapA(unsigned int id) {
@@ -281,9 +284,7 @@ int CDib::LoadBitmapA(unsigned int id) {
     void const *const block = LoadResource(module, resource);
     if (block == nullptr) return 0;
     Empty();
-    if (attach(const_cast<void *>(block), SizeofResource(module, resource)) == 1) return 1;
-    Empty();
-    return 0;
+    return attach(const_cast<void *>(block), SizeofResource(module, resource));
 }
 
 int CDib::AttachMapFile(char const *path, int share) {
@@ -295,10 +296,7 @@ int CDib::AttachMapFile(char const *path, int share) {
                           std::memcmp(file.view(), type, sizeof type) == 0 &&
                           liesWithin(file.view() + fileHeaderSize, size - fileHeaderSize);
     if (!isBitmap) return refuse("Invalid bitmap file");
-    if (AttachMemory(file.view() + fileHeaderSize, 0, nullptr) == 0) {
-        Empty();
-        return 0;
-    }
+    if (AttachMemory(file.view() + fileHeaderSize, 0, nullptr) == 0) return 0;
     file.release(fileHandle, mapHandle, fileView);
     return 1;
 }
