@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <limits>
 #include <random>
 #include <string>
 #include <vector>
@@ -151,6 +152,7 @@ TEST(NumberCombo, PassesOverItemsWithoutNumbers) {
         list.combo.AddString(item);
     EXPECT_EQ(list.combo.AddValue(4, "%d"), 2);
     EXPECT_EQ(list.items(), "viel||4|5|");
+    EXPECT_EQ(list.combo.AddValue(-std::numeric_limits<double>::infinity(), "%f"), 2);
 }
 
 TEST(NumberCombo, SortsRandomNumbers) {
