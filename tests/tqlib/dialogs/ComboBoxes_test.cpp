@@ -51,6 +51,7 @@ TEST(CompletingCombo, CompletesWhatIsTyped) {
         {"the key Delete too", {{0, '2', "2[0]"}, {VK_DELETE, 0, "2[]"}}},
         {"no item", {{0, '3', "3[]"}, {0, '0', "30[]"}}},
         {"case is the item's", {{0, 'A', "a[bC]"}, {0, 'B', "ab[C]"}, {0, 'x', "abx[]"}}},
+        {"the list is closed", {{VK_F4, 0, "[]"}, {0, '1', "1[0]"}, {VK_ESCAPE, 0, "1[0]"}}},
         {"a caret inside stays", {{0, '9', "9[]"}, {VK_HOME, 0, "[]9"}, {0, '1', "1[]95"}}},
     };
     for (auto const &[name, steps] : rows) {
