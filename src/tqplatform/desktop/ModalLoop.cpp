@@ -19,12 +19,6 @@ unsigned int keyOf(char c) {
     return isKey ? static_cast<unsigned int>(c) : otherKey;
 }
 
-bool isIn(HWND window, HWND dialog) {
-    while (window != nullptr && window != dialog)
-        window = GetParent(window);
-    return window == dialog;
-}
-
 HWND targetOf(HWND dialog) {
     HWND const focus = GetFocus();
     return focus != nullptr && isIn(focus, dialog) ? focus : dialog;

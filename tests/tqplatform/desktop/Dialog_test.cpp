@@ -65,6 +65,8 @@ TEST(Dialog, IsLedThroughByKeys) {
 }
 
 TEST(Dialog, EndsByItsButtons) {
+    CWnd elsewhere;
+    elsewhere.Create("EDIT", "", WS_VISIBLE, {}, nullptr, 0);
     struct Row {
         char const *name;
         std::function<void(ScriptedUser &)> acts;
@@ -107,6 +109,12 @@ TEST(Dialog, EndsByItsButtons) {
              user.then([] { PostMessageA(GetActiveWindow(), WM_CLOSE, 0, 0); });
          },
          IDCANCEL},
+        {"not by a posted key of another window",
+         [&](ScriptedUser &user) {
+             user.then([&] { PostMessageA(elsewhere.m_hWnd, WM_KEYDOWN, VK_ESCAPE, 1); })
+                 .press(VK_RETURN);
+         },
+         IDOK},
     };
     for (auto const &[name, acts, ends] : rows) {
         SCOPED_TRACE(name);
