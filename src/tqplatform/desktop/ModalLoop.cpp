@@ -54,6 +54,10 @@ void typeKey(HWND dialog, unsigned int key, char character, bool withAlt) {
 }
 
 void leave(HWND dialog) {
+    // An open list takes the first Escape for itself.
+    bool const isTaken =
+        (SendMessageA(targetOf(dialog), WM_GETDLGCODE, VK_ESCAPE, 0) & DLGC_WANTALLKEYS) != 0;
+    if (isTaken) typeKey(dialog, VK_ESCAPE, '\0', false);
     typeKey(dialog, VK_ESCAPE, '\0', false);
     EndDialog(dialog, IDCANCEL);  // for one that doesn't let go
 }

@@ -277,9 +277,19 @@ TEST(AbsentUser, WritesMessagesAndLeavesDialogs) {
               "An alle: Gr\xC3\xBC\xC3\x9F"
               "e\nzwei\nZeilen\n");
     class Stubborn : public TestDialog {
-        void OnCancel() override {}
+        void OnCancel() override { ++cancelled; }
+
+      public:
+        int cancelled = 0;
     } dialog;
-    EXPECT_EQ(dialog.DoModal(), IDCANCEL);
+    for (bool const hasOpenList : {false, true}) {
+        dialog.opened = [&] {
+            SetFocus(GetDlgItem(dialog.m_hWnd, TestDialog::combo));
+            dialog.send(TestDialog::combo, CB_SHOWDROPDOWN, hasOpenList);
+        };
+        EXPECT_EQ(dialog.DoModal(), IDCANCEL);
+        EXPECT_EQ(std::exchange(dialog.cancelled, 0), 1);
+    }
     tqplatform::installUser(before);
 }
 
