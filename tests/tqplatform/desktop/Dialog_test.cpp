@@ -145,7 +145,11 @@ TEST(Dialog, DisablesItsOwnerAndGivesTheFocusBack) {
         EXPECT_EQ(GetActiveWindow(), outer.m_hWnd);
         EXPECT_EQ(GetFocus(), focus);
     });
-    user.press(VK_RETURN);
+    user.press(VK_RETURN).then([&] {
+        outer.SetFocus();
+        inner.DoModal();
+        EXPECT_EQ(GetFocus(), outer.m_hWnd) << "the owner's own";
+    });
     EXPECT_EQ(outer.DoModal(), IDCANCEL);
 }
 
@@ -157,7 +161,9 @@ TEST(Dialog, LetsExceptionsThrough) {
         dialog.told = [](unsigned int id, unsigned int) {
             if (id == TestDialog::other) throw std::runtime_error("told");
         };
+        HWND const focus = GetFocus();
         EXPECT_THROW(dialog.DoModal(), std::runtime_error);
+        EXPECT_EQ(GetFocus(), focus);
         EXPECT_EQ(dialog.m_hWnd, nullptr);
         EXPECT_EQ(IsWindowEnabled(owner.m_hWnd), 1);
         EXPECT_EQ(GetActiveWindow(), owner.m_hWnd);
