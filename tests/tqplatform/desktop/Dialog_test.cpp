@@ -7,6 +7,7 @@
 
 #include "support/TestDialog.h"
 #include "tqplatform/desktop/AfxMessageBox.h"
+#include "tqplatform/desktop/ControlClasses.h"
 #include "tqplatform/desktop/ScriptedUser.h"
 
 namespace {
@@ -203,6 +204,15 @@ TEST(Dialog, SurvivesWindowsThatEndInTheirOwnHandlers) {
     HWND const handle = window->m_hWnd;
     SendMessageA(handle, WM_CLOSE, 0, 0);
     EXPECT_EQ(IsWindow(handle), 0);
+}
+
+TEST(Dialog, EndsWindowsThatNestDeeply) {
+    HWND const top = tqplatform::createWindow("EDIT", {});
+    HWND last = top;
+    for (int i = 0; i < 100000; ++i)
+        last = tqplatform::createWindow("EDIT", {"", WS_CHILD, {}, last, 1});
+    DestroyWindow(top);
+    EXPECT_EQ(IsWindow(last), 0);
 }
 
 TEST(Dialog, EndsTheNestingOfMessages) {
