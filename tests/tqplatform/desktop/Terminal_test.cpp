@@ -76,6 +76,8 @@ TEST(TerminalKeys, AreReadFromTheirBytes) {
     }
     EXPECT_EQ(nameOf(tqplatform::readTerminalKey("\xE4", false, true).input), "\xE4");
     EXPECT_EQ(tqplatform::readTerminalKey("\x1B\x1B[A", true, false).bytes, 1u);
+    EXPECT_EQ(nameOf(tqplatform::readTerminalKey("\x1B[\x1B[A", true, false).input), "Alt-[");
+    EXPECT_EQ(tqplatform::readTerminalKey("\x1B[1;\x1B[A", true, false).bytes, 4u);
 }
 
 std::string picture(TextScreen const &screen) {
