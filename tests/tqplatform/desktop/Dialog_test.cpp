@@ -4,6 +4,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "support/TestDialog.h"
 #include "tqplatform/desktop/AfxMessageBox.h"
@@ -274,6 +275,12 @@ TEST(DialogTemplate, IsReadWholeOrNotAtAll) {
     EXPECT_EQ(dialog->controls[1].resource, 101u);
     for (std::size_t size = 0; size < all.size(); ++size)
         EXPECT_FALSE(tqplatform::readDialogTemplate(all.first(size))) << size;
+    std::vector<std::uint8_t> withData(all.begin(), all.end());
+    withData.insert(withData.end(), {1, 2});
+    withData[all.size() - 2] = 4;  // bytes of the last control's data, themselves among them
+    EXPECT_TRUE(tqplatform::readDialogTemplate(withData));
+    withData.pop_back();
+    EXPECT_FALSE(tqplatform::readDialogTemplate(withData));
     tqplatform::DialogTemplate unknown = *dialog;
     unknown.controls[0].className = "GRID";
     EXPECT_EQ(tqplatform::createDialog(unknown, nullptr), nullptr);
