@@ -39,7 +39,8 @@ class TQPLATFORM_API Dialog final : public Window {
 };
 
 /// Makes the window of a template with its controls, all that it says in pixels for letters of 6 by
-/// 13. Null if a control is of an unknown class. The caller ends it with DestroyWindow().
+/// 13. Null if a control is of an unknown class, such as a scroll bar. The caller ends it with
+/// DestroyWindow().
 TQPLATFORM_API HWND createDialog(DialogTemplate const &description, HWND owner);
 
 /// Shows a dialog, with its owner disabled, until EndDialog(), and gives the result; -1 if it is
