@@ -105,12 +105,10 @@ TEST(NumericEdits, StepWithinTheirRange) {
 // In the notifications of the focus, of a refused step and of a step.
 TEST(NumericEdits, MayBeEndedByWhatTheyTell) {
     for (unsigned int const code : {EN_SETFOCUS, 0x8000u, EN_UPDATE}) {
-        ScriptedUser user;
         TestDialog dialog;
         auto edit = std::make_unique<CNumEdit>();
         dialog.opened = [&] {
-            SetWindowTextA(::GetDlgItem(dialog.m_hWnd, TestDialog::field),
-                           code == EN_UPDATE ? "1" : "x");
+            dialog.sendText(TestDialog::field, WM_SETTEXT, code == EN_UPDATE ? "1" : "x");
             edit->SubclassEdit(TestDialog::field, &dialog);
             dialog.told = [&](unsigned int, unsigned int what) {
                 if (what == code) edit.reset();

@@ -8,7 +8,6 @@
 
 #include "support/TestDialog.h"
 #include "tqplatform/desktop/AfxMessageBox.h"
-#include "tqplatform/desktop/ControlClasses.h"
 #include "tqplatform/desktop/ScriptedUser.h"
 
 namespace {
@@ -207,15 +206,6 @@ TEST(Dialog, SurvivesWindowsThatEndInTheirOwnHandlers) {
     EXPECT_EQ(IsWindow(handle), 0);
 }
 
-TEST(Dialog, EndsWindowsThatNestDeeply) {
-    HWND const top = tqplatform::createWindow("EDIT", {});
-    HWND last = top;
-    for (int i = 0; i < 100000; ++i)
-        last = tqplatform::createWindow("EDIT", {"", WS_CHILD, {}, last, 1});
-    DestroyWindow(top);
-    EXPECT_EQ(IsWindow(last), 0);
-}
-
 TEST(Dialog, EndsTheNestingOfMessages) {
     struct Mirror : CWnd {
         int depth = 0;
@@ -279,8 +269,6 @@ TEST(DialogTemplate, IsReadWholeOrNotAtAll) {
     withData.insert(withData.end(), {1, 2});
     withData[all.size() - 2] = 4;  // bytes of the last control's data, themselves among them
     EXPECT_TRUE(tqplatform::readDialogTemplate(withData));
-    withData.pop_back();
-    EXPECT_FALSE(tqplatform::readDialogTemplate(withData));
     tqplatform::DialogTemplate unknown = *dialog;
     unknown.controls[0].className = "GRID";
     EXPECT_EQ(tqplatform::createDialog(unknown, nullptr), nullptr);
@@ -300,19 +288,14 @@ TEST(AbsentUser, WritesMessagesAndLeavesDialogs) {
               "An alle: Gr\xC3\xBC\xC3\x9F"
               "e\nzwei\nZeilen\n");
     class Stubborn : public TestDialog {
-        void OnCancel() override { ++cancelled; }
-
-      public:
-        int cancelled = 0;
+        void OnCancel() override {}
     } dialog;
-    for (bool const hasOpenList : {false, true}) {
-        dialog.opened = [&] {
-            SetFocus(GetDlgItem(dialog.m_hWnd, TestDialog::combo));
-            dialog.send(TestDialog::combo, CB_SHOWDROPDOWN, hasOpenList);
-        };
-        EXPECT_EQ(dialog.DoModal(), IDCANCEL);
-        EXPECT_EQ(std::exchange(dialog.cancelled, 0), 1);
-    }
+    dialog.opened = [&] {
+        SetFocus(GetDlgItem(dialog.m_hWnd, TestDialog::combo));
+        dialog.send(TestDialog::combo, CB_SHOWDROPDOWN, 1);
+    };
+    EXPECT_EQ(dialog.DoModal(), IDCANCEL);
+    EXPECT_NE(dialog.notes.find(" 2:0 "), std::string::npos) << "asked, behind the open list";
     tqplatform::installUser(before);
 }
 
