@@ -21,9 +21,10 @@ std::size_t sizeOf(tqplatform::DialogTemplate const &dialog) {
 void walk(HWND dialog, std::uint8_t seed) {
     constexpr unsigned int keys[] = {VK_TAB, VK_DOWN, VK_LEFT, VK_RETURN, VK_ESCAPE};
     for (unsigned int const key : keys) {
-        MSG const message{GetFocus(), WM_KEYDOWN, key, 1};
+        auto const target = [=] { return GetFocus() == nullptr ? dialog : GetFocus(); };
+        MSG const message{target(), WM_KEYDOWN, key, 1};
         IsDialogMessage(dialog, &message);
-        MSG const letter{GetFocus(), WM_SYSCHAR, seed, 1};
+        MSG const letter{target(), WM_SYSCHAR, seed, 1};
         IsDialogMessage(dialog, &letter);
         tqplatform::TextScreen screen(seed % 30, seed % 90, seed % 2 == 0);
         tqplatform::drawDialog(screen, dialog);

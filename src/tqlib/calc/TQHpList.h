@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <utility>
 
 #include "tqlib/foundation/Export.h"
@@ -27,6 +28,7 @@ class TQLIB_API TQHpList : public CObject {
         (next == nullptr ? tail_ : next->prev) = node;
         current_ = node;
         if (count_++ != 0) ++position_;
+        ++changes_;
     }
 
     /// The same in front of the cursor.
@@ -37,6 +39,7 @@ class TQLIB_API TQHpList : public CObject {
         (prev == nullptr ? head_ : prev->next) = node;
         current_ = node;
         ++count_;
+        ++changes_;
     }
 
     /// Removes the cursor's node and gives its element. The cursor moves to the following node, or
@@ -52,6 +55,7 @@ class TQLIB_API TQHpList : public CObject {
             if (position_ > 0) --position_;
         }
         --count_;
+        ++changes_;
         Element element = std::move(node->value);
         delete node;
         return element;
@@ -73,6 +77,8 @@ class TQLIB_API TQHpList : public CObject {
             delete std::exchange(head_, head_->next);
         head_ = tail_ = current_ = nullptr;
         count_ = position_ = 0;
+        ++changes_;
+        isHandedOut_ = false;
     }
 
     /// The number of elements, and the index of the cursor; 0 on an empty list.
@@ -82,17 +88,17 @@ class TQLIB_API TQHpList : public CObject {
     /// The cursor's element; throws TQException::EMPTY_LIST on an empty list.
     Element &current() const {
         if (current_ == nullptr) throw TQException::EMPTY_LIST();
-        return current_->value;
+        return *handOut(current_);
     }
 
     /// The cursor's element, or null on an empty list.
-    Element *cursor() const { return current_ == nullptr ? nullptr : &current_->value; }
+    Element *cursor() const { return current_ == nullptr ? nullptr : handOut(current_); }
 
     /// The first element from the start that `fits`, or null. The cursor stays.
     template <typename Predicate>
     Element *find(Predicate fits) const {
         for (Node *node = head_; node != nullptr; node = node->next)
-            if (fits(std::as_const(node->value))) return &node->value;
+            if (fits(std::as_const(node->value))) return handOut(node);
         return nullptr;
     }
 
@@ -110,6 +116,13 @@ class TQLIB_API TQHpList : public CObject {
         return false;
     }
 
+  protected:
+    /// How often elements were added or removed.
+    std::uint64_t changes() const { return changes_; }
+
+    /// Whether an element was handed out: who has it may make it another one without a word.
+    bool isHandedOut() const { return isHandedOut_; }
+
   private:
     struct Node {
         Element value;
@@ -117,9 +130,16 @@ class TQLIB_API TQHpList : public CObject {
         Node *next;
     };
 
+    Element *handOut(Node *node) const {
+        isHandedOut_ = true;
+        return &node->value;
+    }
+
     Node *head_ = nullptr;
     Node *tail_ = nullptr;
     Node *current_ = nullptr;  ///< the cursor
     int count_ = 0;
     int position_ = 0;  ///< index of the cursor
+    std::uint64_t changes_ = 0;
+    mutable bool isHandedOut_ = false;
 };

@@ -51,10 +51,12 @@ void CNumEdit::OnChar(unsigned int character, unsigned int /*repeat*/, unsigned 
 
 void CNumEdit::OnVScroll(unsigned int code, unsigned int /*position*/, CScrollBar * /*bar*/) {
     if (code != SB_LINEUP && code != SB_LINEDOWN) return;
+    HWND const window = m_hWnd;  // whoever is told what happens here may end this object
     SetFocus();
+    if (FromHandle(window) != this) return;
     if (!step(code == SB_LINEUP ? 1 : -1)) OnBadInput();
-    SendMessageA(EM_SETSEL, 0, -1);
-    SendMessageA(EM_SCROLLCARET, 0, 0);
+    ::SendMessageA(window, EM_SETSEL, 0, -1);
+    ::SendMessageA(window, EM_SCROLLCARET, 0, 0);
 }
 
 bool CNumEdit::step(int by) {

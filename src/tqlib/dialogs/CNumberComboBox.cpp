@@ -1,6 +1,5 @@
 #include "tqlib/dialogs/CNumberComboBox.h"
 
-#include <limits>
 #include <utility>
 
 #include "tqlib/dialogs/NumberText.h"
@@ -24,7 +23,7 @@ int placeFor(Value value, CComboBox const &combo) {
     TQString item;
     int index = 0;
     for (; index < combo.GetCount(); ++index) {
-        Value number = std::numeric_limits<Value>::lowest();  // left by an item without a number
+        Value number = value;  // left by an item without a number
         combo.GetLBText(index, item);
         if (item.Scanf(number) != 0 && number > value) break;
     }

@@ -17,11 +17,12 @@ class TQLIB_API CNumberComboBox : public CComboBoxMyEx {
     CNumberComboBox() = default;
     ~CNumberComboBox() override;
 
-    /// Adds a number as a text, and selects it. `format` is a format of printf for one value, or
-    /// "SCIENTIFIC" for a double, which stands for TQString::DoubleFormat(); white space at the
-    /// ends of the text is left out. It goes in front of the first item that is greater; items that
-    /// are no numbers are passed over. The result is its index, or 0 with nothing changed if the
-    /// text is there already, or -1 if it can't be selected.
+    /// Adds a number as a text. `format` is a format of printf for one value, or "SCIENTIFIC" for a
+    /// double, which stands for TQString::DoubleFormat(); white space at the ends of the text is
+    /// left out. It goes in front of the first item that is greater; items that are no numbers are
+    /// passed over. Then the first item that begins with the text is selected: another one ahead of
+    /// it if that does, as -10 begins with -1. The result is the index of the selected item, or 0
+    /// with nothing changed if the text is there already, or -1 if none can be selected.
     int AddValue(double value, TQString format);
     int AddValue(int value, TQString format);
 

@@ -29,6 +29,7 @@ void CYesToAllDlg::DoDataExchange(CDataExchange *dx) {
 
 int CYesToAllDlg::OnInitDialog() {
     CDialog::OnInitDialog();
+    result = 0;  // of a run before
     showPicture();
     SendMessageA(DM_SETDEFID, no, 0);
     return 1;

@@ -41,7 +41,8 @@ TQLIB_API int DDV_MyMinMaxInt(CDataExchange *dx, int const &value, int hardMin, 
 
 /// Shows a message while data is being saved: an error for the style MB_ICONEXCLAMATION, else a
 /// question with OK and Cancel. `message` is empty afterwards. After an error or Cancel the
-/// exchange fails, unless the application's main window is the active one.
+/// exchange fails, unless the application's main window is the active one, or there is neither a
+/// main window nor an active one.
 TQLIB_API void MyDDVErrorMessage(CDataExchange *dx, TQString &message, unsigned int style);
 
 /// 1 for a number within all limits, else 0.

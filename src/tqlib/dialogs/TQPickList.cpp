@@ -10,7 +10,14 @@ template <typename Add>
 int TQPickList::take(TQPickListObject *object, Add add) {
     if (object == nullptr) return 0;
     object->prepare();
-    if (objects_.size() != static_cast<std::size_t>(count())) gather();
+    if (isHandedOut()) {
+        // Only a walk tells then.
+        auto const isSame = [=](TQPickListObject const *other) { return other == object; };
+        if (find(isSame) != nullptr) return 0;
+        add();
+        return 1;
+    }
+    if (gathered_ != changes()) gather();
     auto const [place, isNew] = objects_.insert(object);
     if (!isNew) return 0;
     try {
@@ -19,6 +26,7 @@ int TQPickList::take(TQPickListObject *object, Add add) {
         objects_.erase(place);
         throw;
     }
+    gathered_ = changes();
     return 1;
 }
 
@@ -29,6 +37,7 @@ void TQPickList::gather() {
         objects_.insert(object);
         return false;
     });
+    gathered_ = changes();
 }
 
 int TQPickList::insert(TQPickListObject *object) {

@@ -12,6 +12,7 @@
 //     list.append(&second);
 //     char **const choices = list.makePickList();     // "pressure", "wind", null
 
+#include <cstdint>
 #include <unordered_set>
 #include <vector>
 
@@ -51,7 +52,8 @@ class TQLIB_API TQPickList : public TQHpList<TQPickListObject *> {
     template <typename Add>
     TQLIB_INTERNAL int take(TQPickListObject *object, Add add);
 
-    std::vector<char *> pickList_;  ///< into texts_, and null
-    std::vector<char> texts_;       ///< each with its NUL
-    std::unordered_set<TQPickListObject const *> objects_;
+    std::vector<char *> pickList_;                          ///< into texts_, and null
+    std::vector<char> texts_;                               ///< each with its NUL
+    std::unordered_set<TQPickListObject const *> objects_;  ///< in the list at `gathered_` changes
+    std::uint64_t gathered_ = 0;
 };

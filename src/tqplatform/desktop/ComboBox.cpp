@@ -86,6 +86,7 @@ LRESULT ComboBox::receiveForList(unsigned int message, WPARAM first, LPARAM seco
         case CB_RESETCONTENT:
             items_.clear();
             selectedBefore_ = CB_ERR;
+            textBefore_.clear();
             select(CB_ERR);
             return CB_OKAY;
         case CB_GETLBTEXTLEN:
@@ -256,21 +257,30 @@ void ComboBox::tell(EditText::Effect effect) {
     selected_ = CB_ERR;
     notify(CBN_EDITUPDATE);
     notify(CBN_EDITCHANGE);
+    if (isOpen_) remember();
 }
 
 void ComboBox::open() {
     if (isOpen_ || isSimple()) return;
-    selectedBefore_ = selected_;
+    remember();
     isOpen_ = true;
     notify(CBN_DROPDOWN);
+}
+
+// Keeps what an item that is only looked at gives way to.
+void ComboBox::remember() {
+    selectedBefore_ = selected_;
+    textBefore_ = selected_ == CB_ERR ? field_.text() : std::string_view();
 }
 
 void ComboBox::close(unsigned int how) {
     if (!isOpen_) return;
     isOpen_ = false;
-    // A text that was typed stays; only an item gives way to the one before.
-    if (how == CBN_SELENDCANCEL && selected_ != CB_ERR && selected_ != selectedBefore_)
+    // A text that was typed stays; an item gives way to the one or the text before.
+    if (how == CBN_SELENDCANCEL && selected_ != CB_ERR && selected_ != selectedBefore_) {
         select(selectedBefore_);
+        if (selected_ == CB_ERR) setText(textBefore_);
+    }
     notify(how);
     notify(CBN_CLOSEUP);
 }

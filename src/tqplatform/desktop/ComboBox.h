@@ -49,12 +49,14 @@ class ComboBox final : public Window {
     void choose(int index);
     void tell(EditText::Effect effect);
     void open();
+    void remember();
     void close(unsigned int how);
 
     std::vector<std::string> items_;
     EditText field_;
     int selected_ = CB_ERR;
-    int selectedBefore_ = CB_ERR;  ///< when the list was opened
+    int selectedBefore_ = CB_ERR;  ///< when the list was opened, or at the last key that typed
+    std::string textBefore_;       ///< of the field then, if no item was selected
     bool isOpen_ = false;
 };
 

@@ -168,6 +168,12 @@ std::string withoutMnemonic(std::string_view caption) {
     return shown;
 }
 
+bool isIn(HWND window, HWND dialog) {
+    while (window != nullptr && window != dialog)
+        window = GetParent(window);
+    return window == dialog;
+}
+
 void focusControl(HWND control) {
     if (control == nullptr) return;
     SetFocus(control);
@@ -232,7 +238,7 @@ HWND createDialog(DialogTemplate const &description, HWND owner) {
 
 int IsDialogMessage(HWND dialog, MSG const *message) {
     using namespace tqplatform;
-    if (message == nullptr || IsWindow(dialog) == 0) return 0;
+    if (message == nullptr || IsWindow(dialog) == 0 || !isIn(message->hwnd, dialog)) return 0;
     auto const letter = static_cast<char>(message->wParam);
     switch (message->message) {
         case WM_KEYDOWN:

@@ -10,7 +10,7 @@
 
 /// Lets a dialog act on a message from the keyboard: Tab and the arrows move the focus, Return and
 /// Escape end, mnemonics lead to their control. The result is 1 if it did, and 0 if the message is
-/// for the control.
+/// for the control, or for one that isn't in the dialog.
 TQPLATFORM_API int IsDialogMessage(HWND dialog, MSG const *message);
 
 /// Ends the loop of runDialog() with a result; the first one counts. 1, or 0 if this is no dialog.
@@ -39,7 +39,8 @@ class TQPLATFORM_API Dialog final : public Window {
 };
 
 /// Makes the window of a template with its controls, all that it says in pixels for letters of 6 by
-/// 13. Null if a control is of an unknown class. The caller ends it with DestroyWindow().
+/// 13. Null if a control is of an unknown class, such as a scroll bar. The caller ends it with
+/// DestroyWindow().
 TQPLATFORM_API HWND createDialog(DialogTemplate const &description, HWND owner);
 
 /// Shows a dialog, with its owner disabled, until EndDialog(), and gives the result; -1 if it is
@@ -48,6 +49,9 @@ TQPLATFORM_API int runDialog(HWND dialog);
 
 /// Gives the focus to a control of a dialog as its keys do: the text of a field gets selected.
 TQPLATFORM_API void focusControl(HWND control);
+
+/// Whether a window is the dialog, in it, or owned by a window that is.
+bool isIn(HWND window, HWND dialog);
 
 /// The size of a letter, in pixels.
 inline constexpr int letterWidth = 6;

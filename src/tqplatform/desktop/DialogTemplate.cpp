@@ -92,7 +92,9 @@ ControlTemplate readControl(Reader &reader) {
     control.className = reader.readText(classNumber);
     if (classNumber != 0) control.className = classNamed(classNumber);
     control.text = reader.readText(control.resource);
-    reader.skip(reader.read16());  // data of the control's own
+    // Data of the control's own; its size counts itself.
+    unsigned int const size = reader.read16();
+    if (size > 2) reader.skip(size - 2);
     return control;
 }
 

@@ -35,7 +35,7 @@ enum class ControlKind : std::uint16_t {
     button = 0x80,
     edit = 0x81,
     text = 0x82,
-    scrollBar = 0x84,
+    scrollBar = 0x84,  ///< can be read and written, but there is no such window: see createDialog()
     comboBox = 0x85
 };
 

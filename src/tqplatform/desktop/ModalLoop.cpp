@@ -19,12 +19,6 @@ unsigned int keyOf(char c) {
     return isKey ? static_cast<unsigned int>(c) : otherKey;
 }
 
-bool isIn(HWND window, HWND dialog) {
-    while (window != nullptr && window != dialog)
-        window = GetParent(window);
-    return window == dialog;
-}
-
 HWND targetOf(HWND dialog) {
     HWND const focus = GetFocus();
     return focus != nullptr && isIn(focus, dialog) ? focus : dialog;
@@ -60,6 +54,10 @@ void typeKey(HWND dialog, unsigned int key, char character, bool withAlt) {
 }
 
 void leave(HWND dialog) {
+    // An open list takes the first Escape for itself.
+    bool const isTaken =
+        (SendMessageA(targetOf(dialog), WM_GETDLGCODE, VK_ESCAPE, 0) & DLGC_WANTALLKEYS) != 0;
+    if (isTaken) typeKey(dialog, VK_ESCAPE, '\0', false);
     typeKey(dialog, VK_ESCAPE, '\0', false);
     EndDialog(dialog, IDCANCEL);  // for one that doesn't let go
 }
@@ -106,27 +104,33 @@ class UsersTurn {
     HWND dialog_;
 };
 
-/// Keeps the owner disabled and the dialog the active window for as long as the loop runs. It sends
-/// no messages: the owner hasn't got the focus any more.
-class Modal {
+/// Makes a dialog the active window for as long as it lives.
+class Active {
   public:
-    explicit Modal(HWND dialog)
-        : owner_(GetParent(dialog)),
-          active_(GetActiveWindow()),
-          ownerWasDisabled_(EnableWindow(owner_, 0) != 0) {
-        SetActiveWindow(dialog);
-    }
-    Modal(Modal const &) = delete;
-    Modal &operator=(Modal const &) = delete;
-    ~Modal() {
-        if (!ownerWasDisabled_) EnableWindow(owner_, 1);
-        SetActiveWindow(IsWindow(active_) != 0 ? active_ : nullptr);
+    explicit Active(HWND dialog) : before_(SetActiveWindow(dialog)) {}
+    Active(Active const &) = delete;
+    Active &operator=(Active const &) = delete;
+    ~Active() { SetActiveWindow(IsWindow(before_) != 0 ? before_ : nullptr); }
+
+  private:
+    HWND before_;
+};
+
+/// Keeps the owner of a dialog disabled for as long as it lives. It sends no messages: the owner
+/// hasn't got the focus any more.
+class DisabledOwner {
+  public:
+    explicit DisabledOwner(HWND dialog)
+        : owner_(GetParent(dialog)), wasDisabled_(EnableWindow(owner_, 0) != 0) {}
+    DisabledOwner(DisabledOwner const &) = delete;
+    DisabledOwner &operator=(DisabledOwner const &) = delete;
+    ~DisabledOwner() {
+        if (!wasDisabled_) EnableWindow(owner_, 1);
     }
 
   private:
     HWND owner_;
-    HWND active_;
-    bool ownerWasDisabled_;
+    bool wasDisabled_;
 };
 
 void initialise(Dialog const &dialog) {
@@ -143,6 +147,19 @@ void initialise(Dialog const &dialog) {
     if (IsWindow(handle) != 0 && !isIn(GetFocus(), handle)) SetFocus(handle);
 }
 
+void runLoop(Dialog const &window) {
+    HWND const dialog = window.handle();
+    DisabledOwner const owner(dialog);
+    initialise(window);
+    while (!window.isEnded && IsWindow(dialog) != 0) {
+        MSG message{};
+        if (takePosted(message))
+            deliver(dialog, message);
+        else
+            act(dialog, user().next(dialog));
+    }
+}
+
 }  // namespace
 
 int runDialog(HWND dialog) {
@@ -151,16 +168,16 @@ int runDialog(HWND dialog) {
     UsersTurn const turn(dialog);
     HWND const focus = GetFocus();
     if (focus != nullptr && focus == window->parent()) SetFocus(nullptr);
-    Modal const modal(dialog);
-    initialise(*window);
-    while (!window->isEnded && IsWindow(dialog) != 0) {
-        MSG message{};
-        if (takePosted(message))
-            deliver(dialog, message);
-        else
-            act(dialog, user().next(dialog));
+    Active const active(dialog);
+    // Not in a destructor: who is told of it may throw.
+    auto const giveFocusBack = [=] { SetFocus(IsWindow(focus) != 0 ? focus : nullptr); };
+    try {
+        runLoop(*window);
+    } catch (...) {
+        giveFocusBack();
+        throw;
     }
-    SetFocus(IsWindow(focus) != 0 ? focus : nullptr);
+    giveFocusBack();
     return window->isEnded ? window->result : -1;
 }
 

@@ -60,7 +60,8 @@ std::optional<Input> sequenceKey(unsigned int number, unsigned int modifiers, ch
     return input;
 }
 
-// "ESC [" or "ESC O", numbers with semicolons between them, and a last byte from @ to ~.
+// "ESC [" or "ESC O", numbers with semicolons between them, and a last byte from @ to ~. An ESC
+// cuts it off: the next key begins there.
 TerminalKey readSequence(std::string_view bytes, bool isAll) {
     std::size_t place = 2;
     unsigned int numbers[2] = {0, 0};
@@ -71,10 +72,11 @@ TerminalKey readSequence(std::string_view bytes, bool isAll) {
         if (place == bytes.size() || bytes[place] != ';') break;
         ++place;
     }
-    auto const isLast = [](char c) { return c >= '@' && c <= '~'; };
+    auto const isLast = [](char c) { return (c >= '@' && c <= '~') || c == escape; };
     auto const last = std::ranges::find_if(bytes.substr(place), isLast);
     auto const length = static_cast<std::size_t>(last - bytes.begin());
     if (length == bytes.size()) return {isAll ? length : 0, std::nullopt};
+    if (*last == escape) return {length, std::nullopt};
     return {length + 1, sequenceKey(numbers[0], numbers[1], *last)};
 }
 
@@ -99,8 +101,9 @@ TerminalKey readTerminalKey(std::string_view bytes, bool isUtf8, bool isAll) {
     bool const isAlone = bytes.size() == 1;
     if (isAlone && !isAll) return {};
     if (isAlone || bytes[1] == escape) return {1, pressed(VK_ESCAPE)};
-    bool const isSequence = bytes[1] == '[' || bytes[1] == 'O';
-    if (isSequence && !(isAll && bytes.size() == 2)) return readSequence(bytes, isAll);
+    bool const isBegun = bytes[1] == '[' || bytes[1] == 'O';
+    bool const isWithAlt = bytes.size() > 2 ? bytes[2] == escape : isAll;
+    if (isBegun && !isWithAlt) return readSequence(bytes, isAll);
     TerminalKey key = readCharacter(bytes.substr(1), isUtf8, isAll);
     if (key.bytes == 0) return {};
     ++key.bytes;

@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "tqplatform/desktop/Dialog.h"
+#include "tqplatform/desktop/StaticControl.h"
 #include "tqplatform/desktop/Terminal.h"
 #include "tqplatform/desktop/TerminalKeys.h"
 #include "tqplatform/desktop/TextScreen.h"
@@ -27,6 +28,8 @@ constexpr int widestText = 66;
 constexpr std::size_t mostLines = 1000;
 constexpr int buttonWidth = 15;
 constexpr int margin = 2;
+constexpr int rowsBesideText = 4;
+constexpr int frame = 2;
 
 DialogRect units(int row, int column, int rows, int columns) {
     auto const number = [](int value) { return static_cast<std::int16_t>(value); };
@@ -50,35 +53,47 @@ std::string asCaption(std::string_view text) {
     return caption;
 }
 
-/// The dialog of a message: a line of text each, and a row of buttons below.
-DialogTemplate dialogOf(Message const &message) {
-    std::vector<std::string> lines = wrapText(message.text, widestText);
-    if (lines.size() > mostLines) lines.resize(mostLines);
-    Answers const answers = answersOf(message.style);
-    auto const buttons =
-        static_cast<int>(std::ranges::count_if(answers.button, [](int id) { return id != 0; }));
-    int const width = std::max(widthOf(lines), buttons * (buttonWidth + margin) - margin);
-    int const height = static_cast<int>(lines.size());
-    DialogTemplate dialog;
-    dialog.title = message.title;
-    dialog.style = WS_POPUP | WS_VISIBLE | WS_CAPTION | WS_SYSMENU;
-    dialog.place = units(0, 0, height + 4, width + 2 * margin);
-    int row = 1;
-    for (std::string const &line : lines)
-        dialog.controls.push_back({"STATIC", asCaption(line), 0, 0,
-                                   units(row++, margin, 1, std::max(widthOf({line}), 1)),
-                                   WS_VISIBLE});
-    int column = margin + (width - buttons * (buttonWidth + margin) + margin) / 2;
-    for (int const id : answers.button) {
+int widthOf(Answers const &answers) {
+    auto const count = std::ranges::count_if(answers.button, [](int id) { return id != 0; });
+    return static_cast<int>(count) * (buttonWidth + margin) - margin;
+}
+
+void addButtons(DialogTemplate &dialog, unsigned int style, int row, int column) {
+    for (int const id : answersOf(style).button) {
         auto const *const caption = std::ranges::find(captions, id, &Caption::answer);
         if (caption == std::end(captions)) continue;
-        unsigned int const kind =
-            id == defaultAnswer(message.style) ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
+        unsigned int const kind = id == defaultAnswer(style) ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON;
         dialog.controls.push_back({"BUTTON", caption->text, 0, static_cast<std::uint16_t>(id),
-                                   units(row + 1, column, 1, buttonWidth),
+                                   units(row, column, 1, buttonWidth),
                                    WS_VISIBLE | WS_TABSTOP | kind});
         column += buttonWidth + margin;
     }
+}
+
+/// The dialog of a message: a line of text each, and a row of buttons below. In one that is higher
+/// than the terminal the focus goes through the text as well, by half of what can be seen.
+DialogTemplate dialogOf(Message const &message, Terminal::Size terminal) {
+    int const widest = std::clamp(terminal.columns - frame - 2 * margin, 1, widestText);
+    std::vector<std::string> lines = wrapText(message.text, widest);
+    if (lines.size() > mostLines) lines.resize(mostLines);
+    int const buttons = widthOf(answersOf(message.style));
+    int const title = std::min(static_cast<int>(message.title.size()), widest);
+    int const width = std::max({widthOf(lines), buttons, title});
+    int const height = static_cast<int>(lines.size());
+    bool const isTooHigh = height + rowsBesideText + frame > terminal.rows;
+    int const step = std::max((terminal.rows - frame) / 2, 1);
+    DialogTemplate dialog;
+    dialog.title = message.title;
+    dialog.style = WS_POPUP | WS_VISIBLE | WS_CAPTION | WS_SYSMENU;
+    dialog.place = units(0, 0, height + rowsBesideText, width + 2 * margin);
+    int row = 1;
+    for (std::string const &line : lines) {
+        bool const isStop = isTooHigh && (row - 1) % step == 0;
+        dialog.controls.push_back({"STATIC", asCaption(line), 0, 0,
+                                   units(row++, margin, 1, std::max(widthOf({line}), 1)),
+                                   WS_VISIBLE | (isStop ? WS_TABSTOP : 0)});
+    }
+    addButtons(dialog, message.style, row + 1, margin + (width - buttons) / 2);
     return dialog;
 }
 
@@ -88,8 +103,10 @@ class MessageAnswer final : public MessageHandler {
     MessageAnswer(HWND dialog, unsigned int style) : dialog_(dialog), style_(style) {}
 
     LRESULT WindowProc(unsigned int message, WPARAM first, LPARAM second) override {
-        // The default button has the focus, wherever it stands.
+        // The default button has the focus, wherever it stands, unless the text has it first.
         if (message == WM_INITDIALOG) {
+            auto const start = reinterpret_cast<HWND>(first);
+            if (Window::findAs<StaticControl>(start) != nullptr) return 1;
             focusControl(GetDlgItem(dialog_, defaultAnswer(style_)));
             return 0;
         }
@@ -116,7 +133,8 @@ class MessageAnswer final : public MessageHandler {
 class MessageWindow {
   public:
     explicit MessageWindow(Message const &message)
-        : dialog_(createDialog(dialogOf(message), nullptr)), handler_(dialog_, message.style) {
+        : dialog_(createDialog(dialogOf(message, Terminal::size()), nullptr)),
+          handler_(dialog_, message.style) {
         Window::find(dialog_)->setHandler(&handler_);
     }
     MessageWindow(MessageWindow const &) = delete;

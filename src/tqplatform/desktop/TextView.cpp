@@ -1,6 +1,7 @@
 #include "tqplatform/desktop/TextView.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "tqplatform/desktop/Button.h"
 #include "tqplatform/desktop/ComboBox.h"
@@ -33,6 +34,21 @@ Cells cellsOf(Window const &window) {
     return {row, column, std::max(rows, 1), std::max(cellsAcross(rect.right - rect.left), 1)};
 }
 
+// The lines of a caption, as wide as they are shown; each letter keeps its &.
+std::vector<std::string> wrapCaption(std::string_view caption, int width) {
+    std::vector<std::string> lines = wrapText(withoutMnemonic(caption), width);
+    auto const next = [&] { return caption.substr(0, caption[0] == '&' ? 2 : 1); };
+    for (std::string &line : lines) {
+        std::size_t const shown = std::exchange(line, {}).size();
+        for (std::size_t i = 0; i < shown; caption.remove_prefix(next().size()), ++i)
+            line += next();
+        // A blank or the end of a line between two.
+        bool const isBreak = !caption.empty() && (next().back() == ' ' || next().back() == '\n');
+        if (isBreak) caption.remove_prefix(next().size());
+    }
+    return lines;
+}
+
 /// A dialog on its screen.
 class DialogView {
   public:
@@ -46,6 +62,7 @@ class DialogView {
     void arrange();
     template <class Draw>
     void forEachControl(Draw const &draw) const;
+    Cells narrowed(Window const &window) const;
     CellPlace placeOf(Cells const &cells) const;
 
     void drawControl(HWND handle);
@@ -60,7 +77,7 @@ class DialogView {
     CellPlace corner_{0, 0};  ///< of the frame
     int rows_ = 0;            ///< inside of the frame
     int columns_ = 0;
-    int shift_ = 0;  ///< rows of the dialog above the frame
+    CellPlace shift_{0, 0};  ///< of the dialog, out of the frame
 };
 
 template <class Draw>
@@ -69,29 +86,34 @@ void DialogView::forEachControl(Draw const &draw) const {
         if (IsWindowVisible(handle) != 0) draw(handle);
 }
 
-// As large as the dialog says and its controls need, but not larger than the screen.
+// As large as the dialog says and its controls need, but not larger than the screen: then what has
+// the focus is in sight.
 void DialogView::arrange() {
     Cells const whole = cellsOf(dialog_);
+    int const mostRows = std::max(screen_.rows() - 2, 1);
+    int const mostColumns = std::max(screen_.columns() - 2, 1);
     rows_ = whole.rows;
-    columns_ = std::min(whole.columns, screen_.columns() - 2);
-    int focusRow = 0;
+    columns_ = whole.columns;
+    Cells focus{};
     forEachControl([&](HWND handle) {
         Cells const cells = cellsOf(*Window::find(handle));
         int const rows = Window::findAs<ComboBox>(handle) ? 1 : cells.rows;
         rows_ = std::max(rows_, cells.row + (Window::findAs<Button>(handle) ? 1 : rows));
         columns_ = std::max(columns_, cells.right());
-        if (handle == GetFocus()) focusRow = cells.row;
+        if (handle == GetFocus()) focus = cells;
     });
     int const all = rows_;
-    rows_ = std::clamp(rows_, 1, std::max(screen_.rows() - 2, 1));
-    columns_ = std::clamp(columns_, 1, std::max(screen_.columns() - 2, 1));
-    shift_ = std::clamp(focusRow - rows_ / 2, 0, std::max(all - rows_, 0));
+    rows_ = std::clamp(rows_, 1, mostRows);
+    columns_ = std::clamp(columns_, 1, mostColumns);
+    shift_.row = std::clamp(focus.row - rows_ / 2, 0, std::max(all - rows_, 0));
+    shift_.column = std::max(std::min(focus.right() - columns_, focus.column), 0);
     corner_ = {(screen_.rows() - rows_ - 2) / 2, (screen_.columns() - columns_ - 2) / 2};
 }
 
 void DialogView::draw() {
     screen_.frame(corner_, rows_ + 2, columns_ + 2);
     std::string const title(dialog_.text());
+    screen_.clip({corner_.row, corner_.column + 1}, 1, columns_);
     if (!title.empty()) screen_.put({corner_.row, corner_.column + 2}, ' ' + title + ' ', boldCell);
     screen_.clip({corner_.row + 1, corner_.column + 1}, rows_, columns_);
     forEachControl([this](HWND handle) { drawControl(handle); });
@@ -99,18 +121,26 @@ void DialogView::draw() {
     // Open lists lie above the other controls and the frame.
     forEachControl([this](HWND handle) {
         auto const combo = Window::findAs<ComboBox>(handle);
-        if (combo && (combo->isOpen() || combo->isSimple())) drawList(*combo, cellsOf(*combo));
+        if (combo && (combo->isOpen() || combo->isSimple())) drawList(*combo, narrowed(*combo));
     });
 }
 
+// The cells of a control, as wide as the frame at most.
+Cells DialogView::narrowed(Window const &window) const {
+    Cells cells = cellsOf(window);
+    cells.columns = std::min(cells.columns, columns_);
+    return cells;
+}
+
 CellPlace DialogView::placeOf(Cells const &cells) const {
-    return {corner_.row + 1 + cells.row - shift_, corner_.column + 1 + cells.column};
+    return {corner_.row + 1 + cells.row - shift_.row,
+            corner_.column + 1 + cells.column - shift_.column};
 }
 
 void DialogView::drawControl(HWND handle) {
     auto const window = Window::find(handle);
-    Cells const cells = cellsOf(*window);
-    bool const isSeen = cells.row >= shift_ && cells.row < shift_ + rows_;
+    Cells const cells = narrowed(*window);
+    bool const isSeen = cells.row >= shift_.row && cells.row < shift_.row + rows_;
     if (!isSeen) return;
     if (auto const *const text = dynamic_cast<StaticControl const *>(window.get()))
         drawStatic(*text, cells);
@@ -128,9 +158,8 @@ void DialogView::drawStatic(StaticControl const &control, Cells const &cells) {
         screen_.put(place, "(i)", boldCell);
         return;
     }
-    auto const marks = static_cast<int>(std::ranges::count(control.text(), '&'));
     int row = 0;
-    for (std::string const &line : wrapText(control.text(), cells.columns + marks)) {
+    for (std::string const &line : wrapCaption(control.text(), cells.columns)) {
         if (row++ == cells.rows) break;
         screen_.putCaption(place, line);
         ++place.row;

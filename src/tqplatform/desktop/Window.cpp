@@ -19,7 +19,7 @@ struct Desktop {
     bool shift = false;
 
     HWND add(std::shared_ptr<Window> window);
-    void end(Window &window);
+    void end(std::shared_ptr<Window> const &whole);
     void forget(Window &window);
 };
 
@@ -70,14 +70,30 @@ HWND Desktop::add(std::shared_ptr<Window> window) {
     return handle;
 }
 
-void Desktop::end(Window &window) {
-    window.isEnding_ = true;
-    HWND const handle = window.handle_;
-    SendMessageA(handle, WM_DESTROY, 0, 0);
-    while (!window.children_.empty())
-        if (DestroyWindow(window.children_.back()) == 0) window.children_.pop_back();
-    forget(window);
-    if (window.handler_ != nullptr) std::exchange(window.handler_, nullptr)->windowDestroyed();
+// Tells a window ahead of those in it, and forgets it after them. They may nest too deep for calls,
+// and there may be no memory.
+void Desktop::end(std::shared_ptr<Window> const &whole) {
+    auto const begin = [](Window &window) {
+        window.isEnding_ = true;
+        SendMessageA(window.handle_, WM_DESTROY, 0, 0);
+    };
+    begin(*whole);
+    for (auto window = whole; window != nullptr;) {
+        auto &children = window->children_;
+        auto const child = children.empty() ? nullptr : Window::find(children.back());
+        if (child != nullptr && !child->isEnding_) {
+            window = child;
+            begin(*window);
+        } else if (!children.empty()) {
+            children.pop_back();
+        } else {
+            auto const parent = window == whole ? nullptr : Window::find(window->parent_);
+            forget(*window);
+            if (window->handler_ != nullptr)
+                std::exchange(window->handler_, nullptr)->windowDestroyed();
+            window = parent;
+        }
+    }
 }
 
 void Desktop::forget(Window &window) {
@@ -223,7 +239,7 @@ int EnableWindow(HWND window, int enable) {
 int DestroyWindow(HWND window) {
     auto const found = Window::find(window);
     if (found == nullptr || found->isEnding()) return 0;
-    desktop().end(*found);
+    desktop().end(found);
     return 1;
 }
 

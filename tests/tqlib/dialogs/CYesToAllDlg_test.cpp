@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 
 #include "tqlib/dialogs/CYesToAllDlg.h"
 #include "tqlib/dialogs/SetCursorToCenter.h"
@@ -46,6 +47,7 @@ TEST(YesToAllQuestion, GivesItsFourAnswers) {
         ScriptedUser user;
         CString text("Die Datei a.csv existiert bereits!");
         CYesToAllDlg question(text, nullptr);
+        EXPECT_EQ(std::exchange(question.result, 921), 0);  // as after a run before
         text = "";
         user.then([&] {
             CString shown;

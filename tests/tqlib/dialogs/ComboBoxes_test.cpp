@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <limits>
 #include <random>
 #include <string>
 #include <vector>
@@ -50,6 +51,7 @@ TEST(CompletingCombo, CompletesWhatIsTyped) {
         {"the key Delete too", {{0, '2', "2[0]"}, {VK_DELETE, 0, "2[]"}}},
         {"no item", {{0, '3', "3[]"}, {0, '0', "30[]"}}},
         {"case is the item's", {{0, 'A', "a[bC]"}, {0, 'B', "ab[C]"}, {0, 'x', "abx[]"}}},
+        {"the list is closed", {{VK_F4, 0, "[]"}, {0, '1', "1[0]"}, {VK_ESCAPE, 0, "1[0]"}}},
         {"a caret inside stays", {{0, '9', "9[]"}, {VK_HOME, 0, "[]9"}, {0, '1', "1[]95"}}},
     };
     for (auto const &[name, steps] : rows) {
@@ -151,6 +153,7 @@ TEST(NumberCombo, PassesOverItemsWithoutNumbers) {
         list.combo.AddString(item);
     EXPECT_EQ(list.combo.AddValue(4, "%d"), 2);
     EXPECT_EQ(list.items(), "viel||4|5|");
+    EXPECT_EQ(list.combo.AddValue(-std::numeric_limits<double>::infinity(), "%f"), 2);
 }
 
 TEST(NumberCombo, SortsRandomNumbers) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -99,6 +100,24 @@ TEST(NumericEdits, StepWithinTheirRange) {
         EXPECT_EQ(dialog.textOf(TestDialog::field), "5");
     };
     dialog.DoModal();
+}
+
+// In the notifications of the focus, of a refused step and of a step.
+TEST(NumericEdits, MayBeEndedByWhatTheyTell) {
+    for (unsigned int const code : {EN_SETFOCUS, 0x8000u, EN_UPDATE}) {
+        TestDialog dialog;
+        auto edit = std::make_unique<CNumEdit>();
+        dialog.opened = [&] {
+            dialog.sendText(TestDialog::field, WM_SETTEXT, code == EN_UPDATE ? "1" : "x");
+            edit->SubclassEdit(TestDialog::field, &dialog);
+            dialog.told = [&](unsigned int, unsigned int what) {
+                if (what == code) edit.reset();
+            };
+            dialog.send(TestDialog::field, WM_VSCROLL, SB_LINEUP);
+            EXPECT_EQ(edit, nullptr);
+        };
+        dialog.DoModal();
+    }
 }
 
 TEST(NumericEdits, JudgeTheirTextAgainstLimits) {

@@ -202,6 +202,9 @@ TEST(ComboBox, TellsWhatTheUserDoes) {
         {"opens, goes, leaves", TestDialog::combo,
          [](ScriptedUser &user) { user.pressAlt(VK_DOWN).press(VK_DOWN).press(VK_ESCAPE); },
          "102:7 102:1 102:10 102:8 ", ""},
+        {"leaves a list that was gone through, with what was typed", TestDialog::combo,
+         [](ScriptedUser &user) { user.press(VK_F4).type("x").press(VK_DOWN).press(VK_ESCAPE); },
+         "102:7 102:6 102:5 102:1 102:10 102:8 ", "x"},
         {"leaves an open list that has got an item ahead of its own", TestDialog::combo,
          [](ScriptedUser &user) {
              user.press(VK_DOWN).press(VK_F4).press(VK_DOWN).then([] {

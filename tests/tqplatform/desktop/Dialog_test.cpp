@@ -4,6 +4,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "support/TestDialog.h"
 #include "tqplatform/desktop/AfxMessageBox.h"
@@ -65,6 +66,8 @@ TEST(Dialog, IsLedThroughByKeys) {
 }
 
 TEST(Dialog, EndsByItsButtons) {
+    CWnd elsewhere;
+    elsewhere.Create("EDIT", "", WS_VISIBLE, {}, nullptr, 0);
     struct Row {
         char const *name;
         std::function<void(ScriptedUser &)> acts;
@@ -107,6 +110,12 @@ TEST(Dialog, EndsByItsButtons) {
              user.then([] { PostMessageA(GetActiveWindow(), WM_CLOSE, 0, 0); });
          },
          IDCANCEL},
+        {"not by a posted key of another window",
+         [&](ScriptedUser &user) {
+             user.then([&] { PostMessageA(elsewhere.m_hWnd, WM_KEYDOWN, VK_ESCAPE, 1); })
+                 .press(VK_RETURN);
+         },
+         IDOK},
     };
     for (auto const &[name, acts, ends] : rows) {
         SCOPED_TRACE(name);
@@ -137,7 +146,11 @@ TEST(Dialog, DisablesItsOwnerAndGivesTheFocusBack) {
         EXPECT_EQ(GetActiveWindow(), outer.m_hWnd);
         EXPECT_EQ(GetFocus(), focus);
     });
-    user.press(VK_RETURN);
+    user.press(VK_RETURN).then([&] {
+        outer.SetFocus();
+        inner.DoModal();
+        EXPECT_EQ(GetFocus(), outer.m_hWnd) << "the owner's own";
+    });
     EXPECT_EQ(outer.DoModal(), IDCANCEL);
 }
 
@@ -149,7 +162,9 @@ TEST(Dialog, LetsExceptionsThrough) {
         dialog.told = [](unsigned int id, unsigned int) {
             if (id == TestDialog::other) throw std::runtime_error("told");
         };
+        HWND const focus = GetFocus();
         EXPECT_THROW(dialog.DoModal(), std::runtime_error);
+        EXPECT_EQ(GetFocus(), focus);
         EXPECT_EQ(dialog.m_hWnd, nullptr);
         EXPECT_EQ(IsWindowEnabled(owner.m_hWnd), 1);
         EXPECT_EQ(GetActiveWindow(), owner.m_hWnd);
@@ -250,6 +265,10 @@ TEST(DialogTemplate, IsReadWholeOrNotAtAll) {
     EXPECT_EQ(dialog->controls[1].resource, 101u);
     for (std::size_t size = 0; size < all.size(); ++size)
         EXPECT_FALSE(tqplatform::readDialogTemplate(all.first(size))) << size;
+    std::vector<std::uint8_t> withData(all.begin(), all.end());
+    withData.insert(withData.end(), {1, 2});
+    withData[all.size() - 2] = 4;  // bytes of the last control's data, themselves among them
+    EXPECT_TRUE(tqplatform::readDialogTemplate(withData));
     tqplatform::DialogTemplate unknown = *dialog;
     unknown.controls[0].className = "GRID";
     EXPECT_EQ(tqplatform::createDialog(unknown, nullptr), nullptr);
@@ -271,7 +290,12 @@ TEST(AbsentUser, WritesMessagesAndLeavesDialogs) {
     class Stubborn : public TestDialog {
         void OnCancel() override {}
     } dialog;
+    dialog.opened = [&] {
+        SetFocus(GetDlgItem(dialog.m_hWnd, TestDialog::combo));
+        dialog.send(TestDialog::combo, CB_SHOWDROPDOWN, 1);
+    };
     EXPECT_EQ(dialog.DoModal(), IDCANCEL);
+    EXPECT_NE(dialog.notes.find(" 2:0 "), std::string::npos) << "asked, behind the open list";
     tqplatform::installUser(before);
 }
 

@@ -76,6 +76,8 @@ TEST(TerminalKeys, AreReadFromTheirBytes) {
     }
     EXPECT_EQ(nameOf(tqplatform::readTerminalKey("\xE4", false, true).input), "\xE4");
     EXPECT_EQ(tqplatform::readTerminalKey("\x1B\x1B[A", true, false).bytes, 1u);
+    EXPECT_EQ(nameOf(tqplatform::readTerminalKey("\x1B[\x1B[A", true, false).input), "Alt-[");
+    EXPECT_EQ(tqplatform::readTerminalKey("\x1B[1;\x1B[A", true, false).bytes, 4u);
 }
 
 std::string picture(TextScreen const &screen) {
@@ -115,7 +117,16 @@ TEST(TextView, ShowsADialog) {
         // Moved so that the focus can be seen, and cut.
         TextScreen small(5, 24, false);
         tqplatform::drawDialog(small, dialog.m_hWnd);
-        EXPECT_EQ(small.row(2), "|            [null     |");
+        EXPECT_EQ(small.row(2), "|  [null             ]v|");
+        TextScreen narrow(5, 12, false);
+        tqplatform::drawDialog(narrow, dialog.m_hWnd);
+        EXPECT_EQ(narrow.row(2), "|[null   ]v|");
+        dialog.SetWindowTextA("A title that is longer than the dialog");
+        dialog.sendText(TestDialog::label, WM_SETTEXT, "a && b && c d");
+        tqplatform::drawDialog(small, dialog.m_hWnd);
+        EXPECT_EQ(small.row(0), "+- A title that is long+");
+        tqplatform::drawDialog(wide, dialog.m_hWnd);
+        EXPECT_EQ(wide.row(3), "  | a & b & c  [a ?               ]   [            ]v   |");
         TextScreen tiny(1, 1, true);
         tqplatform::drawDialog(tiny, dialog.m_hWnd);
         EXPECT_NE(wide.bytes().find("\x1B[0;7mnull"), std::string::npos);
