@@ -488,6 +488,11 @@ TEST_F(Messwerk, WorksInAPipe) {
         run({"-c", "a", "-o", "/dev/stdout", "/dev/stdin"}, "printf 'h\\n1\\n\\n2' | % | cat"), 0);
     EXPECT_EQ(out_, "\"a\";\n1.;\n2.;\n");
     EXPECT_NE(err_.find("2 read, 0 refused"), std::string::npos) << err_;
+    folder_.write("p.ini",
+                  "[Input]\nFile=/dev/stdin\nForm=columns\nLayout=A2 X1 F3.1\nColumns=n:text,a\n"
+                  "[Output]\nFile=o.csv\n");
+    EXPECT_EQ(run({"p.ini"}, "printf 'h\nab 1.5\nc\0d 2.5\n\ncd   3' | %"), 0) << err_;
+    EXPECT_EQ(folder_.read("o.csv"), "\"n\";\"a\";\n\"ab\";1.5;\n\"cd\";3.;\n");
 }
 
 TEST_F(Messwerk, TakesTheDecimalCharacterOfTheEnvironment) {
