@@ -236,6 +236,7 @@ TEST_F(Messwerk, TakesAProfileAndPutsTheRunDown) {
     EXPECT_EQ(written.substr(0, profile.size()), profile);
     EXPECT_NE(written.find("\nRows=4\nRefused=2\nVersion=1.0.0.1\n"), std::string::npos) << written;
 
+    folder_.write("d/p.INI", written + "Rows=5\n");
     ASSERT_EQ(run({"-x", "c=sum 1 -", "d/p.INI", "-o", "new.csv", "-l", "a= 2:2 "}), 0) << err_;
     EXPECT_EQ(folder_.read("new.csv"), "\"a\",\"b\",\"sum\",\"last\",\"c\",\n2.,7.,9.,0.,8.,\n");
     EXPECT_EQ(folder_.read("d/p.INI").find("[LastRun]"), written.find("[LastRun]"));
@@ -491,7 +492,7 @@ TEST_F(Messwerk, WorksInAPipe) {
     folder_.write("p.ini",
                   "[Input]\nFile=/dev/stdin\nForm=columns\nLayout=A2 X1 F3.1\nColumns=n:text,a\n"
                   "[Output]\nFile=o.csv\n");
-    EXPECT_EQ(run({"p.ini"}, "printf 'h\nab 1.5\nc\0d 2.5\n\ncd   3' | %"), 0) << err_;
+    EXPECT_EQ(run({"p.ini"}, "printf 'h\\nab 1.5\\nc\\0d 2.5\\n\\ncd   3' | %"), 0) << err_;
     EXPECT_EQ(folder_.read("o.csv"), "\"n\";\"a\";\n\"ab\";1.5;\n\"cd\";3.;\n");
 }
 
@@ -598,6 +599,25 @@ TEST_F(Messwerk, ChangesAProfileInADialog) {
               "File=o.csv\n");
     EXPECT_EQ(run({"--edit", "p.ini"}), 1);
     EXPECT_EQ(run({"--edit", "in.csv"}), 2);
+
+    std::string const other =
+        "[Input]\nFile=/dev/stdin\nColumns=\xC3\x9C,b\n[Calculations]\n\xCE\xB1=1\ns=b 1 +\n";
+    std::string const limits = "[Limits]\ns=1:\n";
+    folder_.write("p.ini", other + limits);
+    auto adds = atTerminal({"--edit", "p.ini"});
+    EXPECT_TRUE(adds.shows("renzen f\xC3\xBCr"));
+    adds.type("D:\\x\r");
+    EXPECT_TRUE(adds.shows("leads to no file"));
+    adds.type("\r/dev/stdin\x1Brs =\r");
+    EXPECT_TRUE(adds.shows("no column \"S\" to be limited"));
+    adds.type("\r\x1Br\xC3\xA4 = \xC3\x9C 1 +\r");
+    EXPECT_EQ(adds.end(), 0);
+    EXPECT_EQ(folder_.read("p.ini"), other + "\xC3\xA4=\xC3\x9C 1 +\n" + limits);
+    auto removes = atTerminal({"--edit", "p.ini"});
+    EXPECT_TRUE(removes.shows("renzen f\xC3\xBCr"));
+    removes.type("\x1Br\xC3\xA4 =\r");
+    EXPECT_EQ(removes.end(), 0);
+    EXPECT_EQ(folder_.read("p.ini"), other + limits);
 }
 
 }  // namespace
