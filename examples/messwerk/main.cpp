@@ -114,7 +114,11 @@ void processRows(Options const &options, RowReader &reader, Row &row, Summary &s
 }
 
 void viewResult(std::string const &output) {
-    switch (TQFilename(libraryPath(output).c_str()).view()) {
+    std::string const path = libraryPath(output);
+    // Quotes keep a path with blanks one word, unless its last character takes one for itself.
+    if (path.find('"') != std::string::npos || path.ends_with('\\'))
+        throw RunError("no program can be given the name " + quotedPath(output));
+    switch (TQFilename(('"' + path + '"').c_str()).view()) {
         case 0:
             return;
         case 1:
@@ -134,11 +138,11 @@ void run(Options options) {
     Summary summary(options);
     Plot plot(options);
     processRows(options, reader, row, summary, plot, log);
-    plot.finish();
     log.printf(0, "%s written: %ld rows read, %ld refused",
                options.output.empty() ? "nothing" : options.output, summary.rows(),
                summary.refused());
     print(summary, summaryStream(options), reader.blankLines());
+    plot.finish();
     if (!options.profile.empty())
         Profile(options.profile).rememberRun(summary.rows(), summary.refused());
     if (options.view && !options.output.empty()) viewResult(options.output);

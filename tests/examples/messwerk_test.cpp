@@ -254,14 +254,14 @@ TEST_F(Messwerk, TakesAProfileAndPutsTheRunDown) {
 
 TEST_F(Messwerk, TracesAndShowsTheResult) {
     folder_.write("in.csv", "1\nx\n");
-    Words const words = {"-k", "0", "-c", "a", "-o", "./o.csv", "--view", "in.csv"};
+    Words const words = {"-k", "0", "-c", "a", "-o", "./o b.csv", "--view", "in.csv"};
     EXPECT_EQ(run(words, "LC_ALL=C TQTRACE=1 TQVIEW='cp -t d' %"), 0) << err_;
     EXPECT_EQ(folder_.read("messwerk.log"),
               "Start mit Level 1\nreading in.csv\nline 2: a isn't a number: \"x\"\n"
-              "./o.csv written: 2 rows read, 1 refused\nEnde des Programmes\n");
+              "./o b.csv written: 2 rows read, 1 refused\nEnde des Programmes\n");
     std::filesystem::create_directory(folder_.file("d"));
     EXPECT_EQ(run(words, "LC_ALL=C TQVIEW='cp -t d' %"), 0) << err_;
-    EXPECT_EQ(folder_.read("d/o.csv"), "\"a\";\n1.;\n");
+    EXPECT_EQ(folder_.read("d/o b.csv"), "\"a\";\n1.;\n");
     EXPECT_EQ(run(words), 1);
     EXPECT_EQ(run(words, "TQVIEW=/none %"), 1);
 }
