@@ -2,6 +2,7 @@
 // writes the result and sums it up. It shows an application on the library's record classes and
 // its calculator, and what such an application has to see to itself.
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -39,6 +40,12 @@ void takeLocale() {
     if (std::setlocale(LC_NUMERIC, "") != nullptr) return;
     std::fputs("messwerk: the locale of the environment isn't installed; numbers have a point\n",
                stderr);
+}
+
+// A file would get the number of a standard stream that is closed, and what is written there.
+void holdStandardStreams() {
+    for (int const stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        if (fcntl(stream, F_GETFD) < 0) open("/dev/null", O_RDONLY);
 }
 
 /// A setting of the library; nothing if there is none.
@@ -161,6 +168,7 @@ ExitCode report(std::exception const &error, ExitCode code) {
 
 ExitCode start(int argc, char **argv) {
     try {
+        holdStandardStreams();
         takeLocale();
         Options const options = readOptions(argc, argv);
         if (options.help)
