@@ -387,6 +387,10 @@ TEST_F(Messwerk, AFailedRunSaysWhyAndLeavesTheOldResult) {
     folder_.write("long.csv", rows20000);
     EXPECT_EQ(run({"-c", "a", "-o", "old.csv", "long.csv"}, "ulimit -f 8; trap '' XFSZ; %"), 1);
     EXPECT_NE(err_.find("can't write \"old.csv\": File too large"), std::string::npos) << err_;
+    run({"-c", "a", "-o", "old.csv", "long.csv"}, "ulimit -f 8; %");  // ended by a signal
+    EXPECT_EQ(run({"-c", "a", "-o", "new.csv", "in.csv"}, "TQTRACE=0 % >&-"), 1);
+    EXPECT_EQ(folder_.read("messwerk.log").find("Input"), std::string::npos);
+    std::filesystem::remove(folder_.file("messwerk.log"));
     EXPECT_EQ(run({"-c", "a", "-o", "new.csv", "in.csv"}, "% >/dev/full"), 1);
     EXPECT_NE(err_.find("can't write the summary: No space left"), std::string::npos) << err_;
     EXPECT_EQ(folder_.read("old.csv"), "old");
@@ -452,7 +456,7 @@ TEST_F(Messwerk, ReadsAndWritesEachForm) {
 }
 
 TEST_F(Messwerk, PlotsColumnsIntoABitmap) {
-    folder_.write("in.csv", "h\n2020-01-01;1;5\n2020-06-01;3;x\n2021-01-01;2;7\n");
+    folder_.write("in.csv", "h\n2020-01-01;1;5\n2020-06-01;3;x\n2021/01.01;2;7\n");
     auto const profile = [&](std::string const &plot) {
         folder_.write("p.ini",
                       "[Input]\nFile=in.csv\nColumns=day:iso,a,b\n[Output]\nFile=o.csv\n"
