@@ -70,6 +70,10 @@ std::string written(TQString const &text) {
     return tqplatform::toUtf8(text.text());
 }
 
+std::string textOf(Formula const &formula) {
+    return formula.name + " = " + formula.text;
+}
+
 // Shows what is wrong with the field at hand, and ends the exchange.
 [[noreturn]] void refuse(CDataExchange *dx, char const *what, UsageError const &error) {
     AfxMessageBox(what + shown(error.what()));
@@ -163,7 +167,7 @@ void ProfileDialog::fillLists() {
     for (LimitText const &limit : draft_.limits)
         columns_.AddString(shown(limit.column));
     for (Formula const &formula : draft_.formulas)
-        formula_.AddString(shown(formula.name + " = " + formula.text));
+        formula_.AddString(shown(textOf(formula)));
     if (draft_.limits.empty()) return;
     TQString const column = shown(draft_.limits.front().column);
     for (char const *const operation : {"LN", "LOG10", "SQR", "SQRT"})
@@ -241,7 +245,9 @@ void ProfileDialog::takeFormula(CDataExchange *dx) {
     dx->PrepareCtrl(formulaField);
     TQString line;
     formula_.GetWindowTextA(line);
-    if (line.Trim().IsEmpty()) return;
+    bool const isThere = std::ranges::any_of(
+        draft_.formulas, [&](Formula const &formula) { return line == shown(textOf(formula)); });
+    if (isThere || line.Trim().IsEmpty()) return;
     try {
         change(written(line));
     } catch (UsageError const &error) {

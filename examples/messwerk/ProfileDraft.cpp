@@ -48,17 +48,17 @@ bool sameFormulas(std::vector<Formula> const &left, std::vector<Formula> const &
 
 // Takes away the lines of `category` that `goes` picks.
 template <typename Predicate>
-void remove(Profile &profile, char const *category, Predicate goes) {
+void removeLines(Profile &profile, char const *category, Predicate goes) {
     for (Entry const &entry : profile.entries(category))
         if (goes(entry)) profile.set(category, entry.name, "");
 }
 
-// A value that is set goes to the head of its category, so the last one comes first. What goes
-// goes in the end: a disk that is full leaves all.
+// A value that is set goes to the head of its category, so the last one comes first. Lines are
+// taken away last: a disk that is full loses none.
 void writeFormulas(Profile &profile, std::vector<Formula> const &formulas) {
     for (auto formula = formulas.rbegin(); formula != formulas.rend(); ++formula)
         profile.set(formulaCategory, formula->name, formula->text);
-    remove(profile, formulaCategory, [&](Entry const &entry) {
+    removeLines(profile, formulaCategory, [&](Entry const &entry) {
         return std::ranges::find(formulas, entry.name, &Formula::name) == formulas.end();
     });
 }
@@ -68,7 +68,7 @@ void writeLimit(Profile &profile, LimitText const &limit) {
     if (isLimited)
         profile.set(limitCategory, limit.column,
                     std::string(limit.lowest) + ':' + std::string(limit.highest));
-    remove(profile, limitCategory, [&](Entry const &entry) {
+    removeLines(profile, limitCategory, [&](Entry const &entry) {
         return toCapitals(trimmed(entry.name).text()) == toCapitals(limit.column) &&
                !(isLimited && entry.name == limit.column);
     });
