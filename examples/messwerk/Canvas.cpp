@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "Letters.h"
 
@@ -38,6 +39,14 @@ double distance(Point place, Point from, Point to) {
         length == 0 ? 0 : ((place.x - from.x) * dx + (place.y - from.y) * dy) / length;
     double const part = std::clamp(along, 0.0, 1.0);
     return std::hypot(place.x - from.x - part * dx, place.y - from.y - part * dy);
+}
+
+/// How far across the line is where it is as high as `y`; beyond its ends, that of the nearer one.
+double acrossAt(double y, Point from, Point to) {
+    if (from.y > to.y) std::swap(from, to);
+    if (y <= from.y) return from.x;
+    if (y >= to.y) return to.x;
+    return from.x + (to.x - from.x) * (y - from.y) / (to.y - from.y);
 }
 
 constexpr double gridHeight = 6;  ///< of capitals, in units of the letters' grid
@@ -80,11 +89,15 @@ void Canvas::line(Point from, Point to, Ink ink, double thickness) {
     auto const last = [&](double a, double b, int room) {
         return std::min(static_cast<int>(std::ceil(std::max(a, b) + reach)), room - 1);
     };
-    for (int y = std::max(first(from.y, to.y), 0); y <= last(from.y, to.y, height_); ++y)
-        for (int x = std::max(first(from.x, to.x), 0); x <= last(from.x, to.x, width_); ++x) {
+    for (int y = std::max(first(from.y, to.y), 0); y <= last(from.y, to.y, height_); ++y) {
+        // Where the line is near enough to this row.
+        double const begin = acrossAt(y + 0.5 - reach, from, to);
+        double const end = acrossAt(y + 0.5 + reach, from, to);
+        for (int x = std::max(first(begin, end), 0); x <= last(begin, end, width_); ++x) {
             double const apart = distance({x + 0.5, y + 0.5}, from, to);
             put(x, y, ink, thickness / 2 + 0.5 - apart);
         }
+    }
 }
 
 void Canvas::text(Point place, std::string_view text, double size, Ink ink) {

@@ -29,9 +29,6 @@ class Canvas {
     /// White paper.
     Canvas(int width, int height);
 
-    int width() const { return width_; }
-    int height() const { return height_; }
-
     void line(Point from, Point to, Ink ink, double thickness);
 
     /// Draws a text, Windows-1252, with its upper left corner at `place`. Capitals are as high as

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <functional>
 
 #include "Column.h"
 
@@ -40,9 +41,9 @@ bool exists(TQDate const &date) {
     return date.CheckValid() != 0 && date + 0 == date;
 }
 
-std::optional<double> dayCount(MomentForm const &form, TQString text) {
-    if (form.format == withoutSeparators) text.RemoveChars("-");
-    TQDate const date(static_cast<char const *>(text), form.format, '.');
+std::optional<double> dayCount(MomentForm const &form, std::string text) {
+    if (form.format == withoutSeparators) std::erase_if(text, std::not_fn(isDigit));
+    TQDate const date(text.c_str(), form.format, '.');
     return exists(date) ? std::optional<double>(static_cast<int>(date)) : std::nullopt;
 }
 
@@ -77,7 +78,8 @@ std::string describe(MomentForm const &form) {
 std::optional<double> momentOf(MomentForm const &form, TQString text) {
     text.Trim();
     if (!fits(text.text(), form.pattern)) return std::nullopt;
-    return form.kind == ColumnKind::Date ? dayCount(form, text) : secondsOf(form, text);
+    return form.kind == ColumnKind::Date ? dayCount(form, std::string(text))
+                                         : secondsOf(form, text);
 }
 
 TQString dateText(double days) {

@@ -183,14 +183,6 @@ void checkForms(Options const &options) {
     checkLayout(options.outputLayout, columns);
 }
 
-void check(Options const &options) {
-    if (options.columns.empty()) throw UsageError("which columns has the file? Name them with -c");
-    checkSeparator(options.separator);
-    checkForms(options);
-    checkPlot(options.plot, resultColumns(options));
-    checkNamesAndFormulas(options);
-}
-
 }  // namespace
 
 Options readOptions(int argc, char const *const *argv) {
@@ -219,9 +211,17 @@ Options readOptions(int argc, char const *const *argv) {
     for (auto const &[take, text] : given)
         take(options, text);
     if (!output.empty()) options.output = output;
-    nameResult(options);
-    check(options);
+    if (!options.edit) nameResult(options);
+    checkOptions(options);
     return options;
+}
+
+void checkOptions(Options const &options) {
+    if (options.columns.empty()) throw UsageError("which columns has the file? Name them with -c");
+    checkSeparator(options.separator);
+    checkForms(options);
+    checkPlot(options.plot, resultColumns(options));
+    checkNamesAndFormulas(options);
 }
 
 Formula parseFormula(std::string const &text) {

@@ -13,8 +13,8 @@ namespace messwerk {
 
 /// A picture of the result.
 struct PlotOptions {
-    std::string file;                  ///< a BMP file; empty if there is to be none
-    std::string title;                 ///< Windows-1252
+    std::string file;  ///< a BMP file; empty if there is to be none
+    std::string title;
     std::string across;                ///< the column along the horizontal axis
     std::vector<std::string> columns;  ///< those that are drawn over it
 };
@@ -43,6 +43,9 @@ struct Options {
 /// without the input, expressions included, in the locale in force. Options count before the
 /// profile. Throws UsageError, or RunError if the profile can't be read.
 Options readOptions(int argc, char const *const *argv);
+
+/// Throws UsageError if columns, expressions, limits, forms or picture don't fit together.
+void checkOptions(Options const &options);
 
 /// The column that NAME = EXPRESSION means. Throws UsageError for another text.
 Formula parseFormula(std::string const &text);

@@ -1,7 +1,6 @@
 #include "Plot.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cmath>
 #include <limits>
 
@@ -10,6 +9,7 @@
 #include "Errors.h"
 #include "Paths.h"
 #include "SafeFile.h"
+#include "tqplatform/runtime/CodePage1252.h"
 #include "Words.h"
 
 namespace messwerk {
@@ -112,7 +112,7 @@ Plot::Plot(Options const &options) : options_(options.plot) {
     std::vector<Column> const columns = resultColumns(options);
     auto const series = [&](std::string const &name) {
         std::size_t const column = findColumn(name, columns);
-        return Series{column, columns[column].name, {}};
+        return Series{column, tqplatform::fromUtf8(columns[column].name), {}};
     };
     across_ = series(options_.across);
     acrossIsDate_ = columns[across_.column].kind == ColumnKind::Date;
@@ -154,12 +154,12 @@ void Plot::finish() const {
     for (std::size_t index = 0; index < up_.size(); ++index)
         drawSeries(canvas, frame, across_.values, up_[index].values, inkOf(index));
 
-    canvas.text({left, 16}, options_.title, titleSize, Ink::Text);
+    canvas.text({left, 16}, tqplatform::fromUtf8(options_.title), titleSize, Ink::Text);
     drawLegend(canvas);
 
     SafeFile target(options_.file);
-    if (!canvas.write(libraryPath(target.workPath()).c_str()))
-        throw systemError("can't write " + quotedPath(options_.file), errno);
+    if (!canvas.write(libraryPath(target.workPath()).c_str()))  // the library has told the user why
+        throw RunError("can't write " + quotedPath(options_.file));
     target.keep();
 }
 

@@ -27,7 +27,7 @@ class Plot {
   private:
     struct Series {
         std::size_t column;
-        std::string name;
+        std::string name;            ///< Windows-1252
         std::vector<double> values;  ///< one for each row
     };
 

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -32,6 +33,14 @@ std::string existing(std::string const &path) {
 std::string withoutReturn(std::string line) {
     if (line.ends_with('\r')) line.pop_back();
     return line;
+}
+
+// The host's path of a file that a profile names.
+std::filesystem::path pathOf(std::string const &name) {
+    std::filesystem::path path = hostPath(TQFilename(name.c_str()));
+    if (path.empty() && !name.empty())
+        throw UsageError(messwerk::quotedPath(name) + " leads to no file of this machine");
+    return path;
 }
 
 TQString now() {
@@ -65,6 +74,11 @@ void Profile::checkRoom(std::string const &name, std::string const &value) {
         throw UsageError("the line of " + messwerk::quoted(name) + " in the profile is too long");
 }
 
+void Profile::checkFile(std::string const &name) {
+    checkRoom("File", name);
+    pathOf(name);
+}
+
 std::optional<std::string> Profile::value(char const *category, char const *name) {
     std::unique_ptr<char, decltype(&std::free)> const text(file_.getValue(category, name),
                                                            &std::free);
@@ -95,32 +109,33 @@ std::vector<Entry> Profile::entries(char const *category) {
 
 void Profile::set(char const *category, std::string const &name, std::string const &value) {
     checkRoom(name, value);
-    bool written = true;
-    while (written && this->value(category, name.c_str()))
-        written = file_.deleteValue(category, name.c_str()) == 0;
-    if (!value.empty()) {
-        file_.newCategorie(category);
-        written = written && file_.addValue(category, name.c_str(), value.c_str()) == 0;
-    }
-    if (!written) throw RunError("can't write all changes into " + messwerk::quotedPath(path_));
+    if (!put(category, name, value))
+        throw RunError("can't write all changes into " + messwerk::quotedPath(path_));
+}
+
+// The library changes a value in one step, so the old one stays if that fails. With several of that
+// name it would take away the first and add nothing.
+bool Profile::put(char const *category, std::string const &name, std::string const &value) {
+    auto count = std::ranges::count(entries(category), name, &Entry::name);
+    for (; count > 1; --count)
+        if (file_.deleteValue(category, name.c_str()) != 0) return false;
+    if (value.empty()) return file_.deleteValue(category, name.c_str()) == 0;
+    file_.newCategorie(category);
+    return file_.setValue(category, name.c_str(), value.c_str()) == 0;
 }
 
 std::string Profile::file(char const *category) {
     std::string const name = value(category, "File").value_or("");
     if (name.empty()) return "";
-    std::filesystem::path const path = hostPath(TQFilename(name.c_str()));
-    if (path.empty())
-        throw UsageError(messwerk::quotedPath(name) + " leads to no file of this machine");
-    return (std::filesystem::path(path_).parent_path() / path).string();
+    return (std::filesystem::path(path_).parent_path() / pathOf(name)).string();
 }
 
 // A value that is set goes to the head of its category: the last one is the first.
 void Profile::rememberRun(long rows, long refused) {
-    file_.newCategorie(lastRun);
-    bool const written = file_.setValue(lastRun, "Version", MESSWERK_VERSION) == 0 &&
-                         file_.setValue(lastRun, "Refused", std::to_string(refused).c_str()) == 0 &&
-                         file_.setValue(lastRun, "Rows", std::to_string(rows).c_str()) == 0 &&
-                         file_.setValue(lastRun, "Time", now()) == 0;
+    bool const written = put(lastRun, "Version", MESSWERK_VERSION) &&
+                         put(lastRun, "Refused", std::to_string(refused)) &&
+                         put(lastRun, "Rows", std::to_string(rows)) &&
+                         put(lastRun, "Time", std::string(now()));
     if (!written)
         throw RunError("the result is written, but the last run not into " +
                        messwerk::quotedPath(path_));

@@ -48,12 +48,15 @@ class Profile {
     std::vector<Entry> entries(char const *category);
 
     /// Gives the value `name` of `category` another text, or takes it away for an empty one; makes
-    /// the category if there is none. Throws RunError if the profile can't be written, UsageError
-    /// as checkRoom() does.
+    /// the category if there is none. Throws RunError if the profile can't be written, which has
+    /// the old text then, UsageError as checkRoom() does.
     void set(char const *category, std::string const &name, std::string const &value);
 
     /// Throws UsageError if the line of such a value would be too long.
     static void checkRoom(std::string const &name, std::string const &value);
+
+    /// The same for a value File, also if it leads nowhere.
+    static void checkFile(std::string const &name);
 
     /// The path of the file that the value File of `category` names, counted from the profile's
     /// folder; empty if there is none. Throws UsageError for a name that leads nowhere.
@@ -64,6 +67,8 @@ class Profile {
     void rememberRun(long rows, long refused);
 
   private:
+    bool put(char const *category, std::string const &name, std::string const &value);
+
     std::string path_;
     TQConfiguration file_;
 };

@@ -4,13 +4,12 @@
 #include <limits>
 
 #include "Errors.h"
-#include "FormulaCheck.h"
-#include "Names.h"
 #include "tqplatform/desktop/AfxMessageBox.h"
 #include "tqplatform/desktop/CDialog.h"
 #include "tqplatform/desktop/DialogTemplate.h"
 #include "tqplatform/desktop/TerminalUser.h"
 #include "tqplatform/framework/ModuleState.h"
+#include "tqplatform/runtime/CodePage1252.h"
 #include "Words.h"
 
 namespace messwerk {
@@ -62,17 +61,57 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr int mostHeaderLines = 1000000;
 constexpr int usualHeaderLines = 10;
 
-/// Completes what is typed from the expressions it knows.
+// The profile is in UTF-8, the dialog in Windows-1252.
+TQString shown(std::string const &text) {
+    return tqplatform::fromUtf8(text).c_str();
+}
+
+std::string written(TQString const &text) {
+    return tqplatform::toUtf8(text.text());
+}
+
+std::string textOf(Formula const &formula) {
+    return formula.name + " = " + formula.text;
+}
+
+// Shows what is wrong with the field at hand, and ends the exchange.
+[[noreturn]] void refuse(CDataExchange *dx, char const *what, UsageError const &error) {
+    AfxMessageBox(what + shown(error.what()));
+    dx->Fail();
+}
+
+// A name that stays keeps letters that the dialog hasn't.
+void exchangeFile(CDataExchange *dx, int field, std::string &name) {
+    TQString const before = shown(name);
+    TQString now = before;
+    DDX_Text(dx, field, now);
+    if (now == before) return;
+    try {
+        Profile::checkFile(written(now));
+    } catch (UsageError const &error) {
+        refuse(dx, "Diese Datei geht nicht:\n", error);
+    }
+    name = written(now);
+}
+
+/// Completes what is typed from the expressions it knows, up to the sign of equality: what is
+/// behind it can be shorter than what was there.
 class FormulaBox final : public CComboBoxMyEx {
   public:
     tqplatform::MessageMap const *GetMessageMap() const override { return &map; }
 
   private:
+    void OnTyped() {
+        CString text;
+        GetWindowTextA(text);
+        if (text.Find("=") < 0) OnEditUpdate();
+    }
+
     static tqplatform::MessageEntry const entries[];
     static tqplatform::MessageMap const map;
 };
 constinit tqplatform::MessageEntry const FormulaBox::entries[] = {
-    tqplatform::onReflected<&FormulaBox::OnEditUpdate>(CBN_EDITUPDATE)};
+    tqplatform::onReflected<&FormulaBox::OnTyped>(CBN_EDITUPDATE)};
 constinit tqplatform::MessageMap const FormulaBox::map{&CComboBoxMyEx::messageMap,
                                                        FormulaBox::entries};
 
@@ -94,6 +133,7 @@ class ProfileDialog final : public CDialog {
     bool isGood(CDoubleEdit &field, double lowest);
     void takeFormula(CDataExchange *dx);
     void change(std::string const &line);
+    void checkChanged(std::vector<Formula> const &formulas) const;
 
     static tqplatform::MessageEntry const entries[];
     static tqplatform::MessageMap const map;
@@ -125,14 +165,13 @@ int ProfileDialog::OnInitDialog() {
 // The expressions of the profile, and some that any column of numbers can have.
 void ProfileDialog::fillLists() {
     for (LimitText const &limit : draft_.limits)
-        columns_.AddString(limit.column.c_str());
+        columns_.AddString(shown(limit.column));
     for (Formula const &formula : draft_.formulas)
-        formula_.AddString((formula.name + " = " + formula.text).c_str());
+        formula_.AddString(shown(textOf(formula)));
     if (draft_.limits.empty()) return;
-    std::string const &column = draft_.limits.front().column;
+    TQString const column = shown(draft_.limits.front().column);
     for (char const *const operation : {"LN", "LOG10", "SQR", "SQRT"})
-        formula_.AddString(TQString((column + '_').c_str()) + operation + " = " + column.c_str() +
-                           " " + operation);
+        formula_.AddString(column + '_' + operation + " = " + column + " " + operation);
     columns_.SetCurSel(0);
     showLimit();
 }
@@ -190,8 +229,8 @@ bool ProfileDialog::isGood(CDoubleEdit &field, double lowest) {
 }
 
 void ProfileDialog::DoDataExchange(CDataExchange *dx) {
-    DDX_Text(dx, inputField, draft_.input);
-    DDX_Text(dx, outputField, draft_.output);
+    exchangeFile(dx, inputField, draft_.input);
+    exchangeFile(dx, outputField, draft_.output);
     DDX_Text(dx, headerField, draft_.headerLines, "%d");
     DDV_MyMinMaxInt(dx, draft_.headerLines, 0, mostHeaderLines, 0, usualHeaderLines);
     if (dx->m_bSaveAndValidate == 0) return;
@@ -206,12 +245,13 @@ void ProfileDialog::takeFormula(CDataExchange *dx) {
     dx->PrepareCtrl(formulaField);
     TQString line;
     formula_.GetWindowTextA(line);
-    if (line.Trim().IsEmpty()) return;
+    bool const isThere = std::ranges::any_of(
+        draft_.formulas, [&](Formula const &formula) { return line == shown(textOf(formula)); });
+    if (isThere || line.Trim().IsEmpty()) return;
     try {
-        change(std::string(line));
+        change(written(line));
     } catch (UsageError const &error) {
-        AfxMessageBox((std::string("Diese Berechnung geht nicht:\n") + error.what()).c_str());
-        dx->Fail();
+        refuse(dx, "Diese Berechnung geht nicht:\n", error);
     }
 }
 
@@ -230,14 +270,21 @@ void ProfileDialog::change(std::string const &line) {
         *old = formula;
     else
         formulas.push_back(formula);
-    Names names(options_.separator);
-    for (Column const &column : options_.columns)
-        names.add(column);
-    for (Formula const &each : formulas) {
-        checkFormula(each, names);
-        names.add({each.name, ColumnKind::Number});
-    }
+    checkChanged(formulas);
     draft_.formulas = std::move(formulas);
+}
+
+// Throws UsageError if a run with these expressions, and the limits that are there now, isn't
+// possible.
+void ProfileDialog::checkChanged(std::vector<Formula> const &formulas) const {
+    Options changed = options_;
+    changed.formulas = formulas;
+    changed.limits.clear();
+    for (auto const &[column, lowest, highest] : draft_.limits)
+        if (!lowest.IsEmpty() || !highest.IsEmpty())
+            changed.limits.push_back(
+                parseLimit(column + '=' + std::string(lowest) + ':' + std::string(highest)));
+    checkOptions(changed);
 }
 
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "tqplatform/runtime/CodePage1252.h"
 #include "Words.h"
 
 namespace messwerk {
@@ -14,10 +13,6 @@ constexpr char formulaCategory[] = "Calculations";
 TQString trimmed(std::string_view text) {
     TQString result(std::string(text).c_str());
     return result.Trim();
-}
-
-TQString shownPath(Profile &profile, char const *category) {
-    return tqplatform::fromUtf8(profile.value(category, "File").value_or("")).c_str();
 }
 
 std::vector<LimitText> limitsOf(Profile &profile, Options const &options) {
@@ -51,29 +46,40 @@ bool sameFormulas(std::vector<Formula> const &left, std::vector<Formula> const &
     });
 }
 
-// A new value goes to the head of its category, so the last one comes first.
+// Takes away the lines of `category` that `goes` picks.
+template <typename Predicate>
+void removeLines(Profile &profile, char const *category, Predicate goes) {
+    for (Entry const &entry : profile.entries(category))
+        if (goes(entry)) profile.set(category, entry.name, "");
+}
+
+// A value that is set goes to the head of its category, so the last one comes first. Lines are
+// taken away last: a disk that is full loses none.
 void writeFormulas(Profile &profile, std::vector<Formula> const &formulas) {
-    for (Entry const &entry : profile.entries(formulaCategory))
-        profile.set(formulaCategory, entry.name, "");
     for (auto formula = formulas.rbegin(); formula != formulas.rend(); ++formula)
         profile.set(formulaCategory, formula->name, formula->text);
+    removeLines(profile, formulaCategory, [&](Entry const &entry) {
+        return std::ranges::find(formulas, entry.name, &Formula::name) == formulas.end();
+    });
 }
 
 void writeLimit(Profile &profile, LimitText const &limit) {
-    for (Entry const &entry : profile.entries(limitCategory))
-        if (toCapitals(trimmed(entry.name).text()) == toCapitals(limit.column))
-            profile.set(limitCategory, entry.name, "");
-    if (limit.lowest.IsEmpty() && limit.highest.IsEmpty()) return;
-    profile.set(limitCategory, limit.column,
-                std::string(limit.lowest) + ':' + std::string(limit.highest));
+    bool const isLimited = !limit.lowest.IsEmpty() || !limit.highest.IsEmpty();
+    if (isLimited)
+        profile.set(limitCategory, limit.column,
+                    std::string(limit.lowest) + ':' + std::string(limit.highest));
+    removeLines(profile, limitCategory, [&](Entry const &entry) {
+        return toCapitals(trimmed(entry.name).text()) == toCapitals(limit.column) &&
+               !(isLimited && entry.name == limit.column);
+    });
 }
 
 }  // namespace
 
 ProfileDraft ProfileDraft::of(Profile &profile, Options const &options) {
     ProfileDraft draft;
-    draft.input = shownPath(profile, "Input");
-    draft.output = shownPath(profile, "Output");
+    draft.input = profile.value("Input", "File").value_or("");
+    draft.output = profile.value("Output", "File").value_or("");
     draft.headerLines = static_cast<int>(options.headerLines);
     draft.limits = limitsOf(profile, options);
     draft.formulas = formulasOf(profile);
@@ -81,8 +87,8 @@ ProfileDraft ProfileDraft::of(Profile &profile, Options const &options) {
 }
 
 void ProfileDraft::write(Profile &profile, ProfileDraft const &before) const {
-    if (input != before.input) profile.set("Input", "File", tqplatform::toUtf8(input.text()));
-    if (output != before.output) profile.set("Output", "File", tqplatform::toUtf8(output.text()));
+    if (input != before.input) profile.set("Input", "File", input);
+    if (output != before.output) profile.set("Output", "File", output);
     if (headerLines != before.headerLines)
         profile.set("Input", "HeaderLines", std::to_string(headerLines));
     if (!sameFormulas(formulas, before.formulas)) writeFormulas(profile, formulas);

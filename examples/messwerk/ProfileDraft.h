@@ -16,9 +16,9 @@ struct LimitText {
     TQString lowest, highest;
 };
 
-/// The parts of a profile that the dialog shows.
+/// The parts of a profile that the dialog shows, as they stand there.
 struct ProfileDraft {
-    TQString input, output;  ///< in Windows-1252; the profile has them as the host does
+    std::string input, output;
     int headerLines = 1;
     std::vector<LimitText> limits;  ///< one for each column of numbers, results included
     std::vector<Formula> formulas;

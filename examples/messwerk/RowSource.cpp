@@ -7,7 +7,7 @@
 #include <cerrno>
 #include <climits>
 #include <clocale>
-#include <cstring>
+#include <iterator>
 
 #include "Paths.h"
 #include "Words.h"
@@ -161,7 +161,7 @@ class TextSource final : public LineSource<TQTextInput> {
     std::size_t count_;
 };
 
-/// Fields of fixed width.
+/// Fields of fixed width. Each line is taken as a whole: a pipe knows no way back to its beginning.
 class ColumnSource final : public RowSource {
   public:
     explicit ColumnSource(Options const &options)
@@ -173,10 +173,9 @@ class ColumnSource final : public RowSource {
     // Numbers have a point in such a file. The texts that follow know the locale's.
     void take(std::size_t index, TQString &text) override {
         Field const &field = layout_[index];
-        std::array<char, longestLine + 1> block;
-        file_.X(field.gap);
-        file_.A(field.width, block.data());
-        text = block.data();
+        at_ = std::min(at_ + field.gap, line_.size());
+        text = line_.substr(at_, field.width).c_str();
+        at_ += field.width;
         text.TrimRight();
         if (field.kind != 'A') text.ReplaceChar('.', *std::localeconv()->decimal_point);
     }
@@ -193,18 +192,23 @@ class ColumnSource final : public RowSource {
             if (file_.rdbuf()->readFailed()) throw readError(errno);
             return LineKind::End;
         }
-        std::size_t const visible = std::strlen(file_.currentLine());
-        file_.reReadLine();
-        file_.X(INT_MAX);
-        auto const content = static_cast<std::int64_t>(file_.gcount());
+        std::array<char, longestLine + 2> block;
+        file_.A(longestLine + 1, block.data());
+        std::int64_t const content = file_.gcount();
         if (content == 0) return LineKind::Blank;
-        if (content > longestLine) return LineKind::TooLong;
-        file_.reReadLine();
-        return static_cast<std::int64_t>(visible) < content ? LineKind::HasNul : LineKind::Fields;
+        if (content > longestLine) {
+            file_.X(INT_MAX);
+            return LineKind::TooLong;
+        }
+        line_ = block.data();
+        at_ = 0;
+        return std::ssize(line_) < content ? LineKind::HasNul : LineKind::Fields;
     }
 
     Layout layout_;
     TQFortranInput file_;
+    std::string line_;
+    std::size_t at_ = 0;  ///< the column behind the fields that were taken
 };
 
 std::int64_t sizeOf(std::string const &path) {

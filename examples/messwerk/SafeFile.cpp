@@ -17,7 +17,7 @@ namespace {
 constexpr mode_t permissionBits = 0777;
 constexpr mode_t newFile = 0666;
 constexpr char temporaryName[] = "messwerk.XXXXXX";
-constexpr int endingSignals[] = {SIGHUP, SIGINT, SIGTERM};
+constexpr int endingSignals[] = {SIGHUP, SIGINT, SIGPIPE, SIGALRM, SIGTERM, SIGXCPU, SIGXFSZ};
 
 /// The file that a signal is to remove, or null.
 char const *volatile unfinishedFile = nullptr;
@@ -44,13 +44,16 @@ RunError writeError(std::string const &path, int reason) {
     return systemError("can't write " + quotedPath(path), reason);
 }
 
-/// The permissions for the file `path`: those it has, or those of a new file.
-mode_t permissionsOf(std::string const &path) {
+/// Gives an open file owner and permissions of the file `path`, or those of a new one. Another
+/// owner is for root alone to give.
+bool dressAs(std::string const &path, int file) {
     struct stat status {};
-    if (stat(path.c_str(), &status) == 0) return status.st_mode & permissionBits;
+    if (stat(path.c_str(), &status) == 0)
+        return (fchown(file, status.st_uid, status.st_gid) == 0 || errno == EPERM) &&
+               fchmod(file, status.st_mode & permissionBits) == 0;
     mode_t const mask = umask(0);
     umask(mask);
-    return newFile & ~mask;
+    return fchmod(file, newFile & ~mask) == 0;
 }
 
 }  // namespace
@@ -62,6 +65,7 @@ SafeFile::SafeFile(std::string const &path) : path_(path), workPath_(path) {
 }
 
 SafeFile::~SafeFile() {
+    if (descriptor_ >= 0) close(descriptor_);
     if (unfinishedFile == nullptr) return;
     unlink(unfinishedFile);
     unfinishedFile = nullptr;
@@ -85,15 +89,15 @@ void SafeFile::makeTemporary() {
     std::size_t const nameStart = path_.rfind('/') + 1;  // 0 if there is no folder
     workPath_ = path_.substr(0, nameStart) + temporaryName;
     handleEndingSignals();
-    int const descriptor = mkstemp(workPath_.data());
-    if (descriptor < 0) throw writeError(path_, errno);
+    descriptor_ = mkstemp(workPath_.data());
+    if (descriptor_ < 0) throw writeError(path_, errno);
     unfinishedFile = workPath_.c_str();
-    close(descriptor);
 }
 
+// On the disk ahead of the name: without power there is the old file or the new one.
 void SafeFile::keep() {
     if (direct_) return;
-    bool const done = chmod(workPath_.c_str(), permissionsOf(path_)) == 0 &&
+    bool const done = dressAs(path_, descriptor_) && fsync(descriptor_) == 0 &&
                       std::rename(workPath_.c_str(), path_.c_str()) == 0;
     if (!done) throw writeError(path_, errno);
     unfinishedFile = nullptr;

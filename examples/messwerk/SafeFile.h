@@ -32,6 +32,7 @@ class SafeFile {
     std::string path_;
     std::string workPath_;
     bool direct_ = false;
+    int descriptor_ = -1;  ///< of the file at workPath(), unless it is written directly
 };
 
 }  // namespace messwerk

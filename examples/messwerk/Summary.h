@@ -20,7 +20,6 @@ class Statistics {
     double minimum() const { return minimum_; }
     double maximum() const { return maximum_; }
     double mean() const { return (sum_ + lost_) / static_cast<double>(count_); }
-    long count() const { return count_; }
 
     /// Values other than 0 that six decimals show as 0.
     long vanishing() const { return vanishing_; }

@@ -2,6 +2,7 @@
 // writes the result and sums it up. It shows an application on the library's record classes and
 // its calculator, and what such an application has to see to itself.
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -39,6 +40,12 @@ void takeLocale() {
     if (std::setlocale(LC_NUMERIC, "") != nullptr) return;
     std::fputs("messwerk: the locale of the environment isn't installed; numbers have a point\n",
                stderr);
+}
+
+// A file would get the number of a standard stream that is closed, and what is written there.
+void holdStandardStreams() {
+    for (int const stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        if (fcntl(stream, F_GETFD) < 0) open("/dev/null", O_RDONLY);
 }
 
 /// A setting of the library; nothing if there is none.
@@ -114,7 +121,11 @@ void processRows(Options const &options, RowReader &reader, Row &row, Summary &s
 }
 
 void viewResult(std::string const &output) {
-    switch (TQFilename(libraryPath(output).c_str()).view()) {
+    std::string const path = libraryPath(output);
+    // Quotes keep a path with blanks one word, unless its last character takes one for itself.
+    if (path.find('"') != std::string::npos || path.ends_with('\\'))
+        throw RunError("no program can be given the name " + quotedPath(output));
+    switch (TQFilename(('"' + path + '"').c_str()).view()) {
         case 0:
             return;
         case 1:
@@ -134,11 +145,11 @@ void run(Options options) {
     Summary summary(options);
     Plot plot(options);
     processRows(options, reader, row, summary, plot, log);
-    plot.finish();
     log.printf(0, "%s written: %ld rows read, %ld refused",
                options.output.empty() ? "nothing" : options.output, summary.rows(),
                summary.refused());
     print(summary, summaryStream(options), reader.blankLines());
+    plot.finish();
     if (!options.profile.empty())
         Profile(options.profile).rememberRun(summary.rows(), summary.refused());
     if (options.view && !options.output.empty()) viewResult(options.output);
@@ -157,6 +168,7 @@ ExitCode report(std::exception const &error, ExitCode code) {
 
 ExitCode start(int argc, char **argv) {
     try {
+        holdStandardStreams();
         takeLocale();
         Options const options = readOptions(argc, argv);
         if (options.help)

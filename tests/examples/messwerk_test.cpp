@@ -236,6 +236,7 @@ TEST_F(Messwerk, TakesAProfileAndPutsTheRunDown) {
     EXPECT_EQ(written.substr(0, profile.size()), profile);
     EXPECT_NE(written.find("\nRows=4\nRefused=2\nVersion=1.0.0.1\n"), std::string::npos) << written;
 
+    folder_.write("d/p.INI", written + "Rows=5\n");
     ASSERT_EQ(run({"-x", "c=sum 1 -", "d/p.INI", "-o", "new.csv", "-l", "a= 2:2 "}), 0) << err_;
     EXPECT_EQ(folder_.read("new.csv"), "\"a\",\"b\",\"sum\",\"last\",\"c\",\n2.,7.,9.,0.,8.,\n");
     EXPECT_EQ(folder_.read("d/p.INI").find("[LastRun]"), written.find("[LastRun]"));
@@ -253,14 +254,14 @@ TEST_F(Messwerk, TakesAProfileAndPutsTheRunDown) {
 
 TEST_F(Messwerk, TracesAndShowsTheResult) {
     folder_.write("in.csv", "1\nx\n");
-    Words const words = {"-k", "0", "-c", "a", "-o", "./o.csv", "--view", "in.csv"};
+    Words const words = {"-k", "0", "-c", "a", "-o", "./o b.csv", "--view", "in.csv"};
     EXPECT_EQ(run(words, "LC_ALL=C TQTRACE=1 TQVIEW='cp -t d' %"), 0) << err_;
     EXPECT_EQ(folder_.read("messwerk.log"),
               "Start mit Level 1\nreading in.csv\nline 2: a isn't a number: \"x\"\n"
-              "./o.csv written: 2 rows read, 1 refused\nEnde des Programmes\n");
+              "./o b.csv written: 2 rows read, 1 refused\nEnde des Programmes\n");
     std::filesystem::create_directory(folder_.file("d"));
     EXPECT_EQ(run(words, "LC_ALL=C TQVIEW='cp -t d' %"), 0) << err_;
-    EXPECT_EQ(folder_.read("d/o.csv"), "\"a\";\n1.;\n");
+    EXPECT_EQ(folder_.read("d/o b.csv"), "\"a\";\n1.;\n");
     EXPECT_EQ(run(words), 1);
     EXPECT_EQ(run(words, "TQVIEW=/none %"), 1);
 }
@@ -386,6 +387,10 @@ TEST_F(Messwerk, AFailedRunSaysWhyAndLeavesTheOldResult) {
     folder_.write("long.csv", rows20000);
     EXPECT_EQ(run({"-c", "a", "-o", "old.csv", "long.csv"}, "ulimit -f 8; trap '' XFSZ; %"), 1);
     EXPECT_NE(err_.find("can't write \"old.csv\": File too large"), std::string::npos) << err_;
+    run({"-c", "a", "-o", "old.csv", "long.csv"}, "ulimit -f 8; %");  // ended by a signal
+    EXPECT_EQ(run({"-c", "a", "-o", "new.csv", "in.csv"}, "TQTRACE=0 % >&-"), 1);
+    EXPECT_EQ(folder_.read("messwerk.log").find("Input"), std::string::npos);
+    std::filesystem::remove(folder_.file("messwerk.log"));
     EXPECT_EQ(run({"-c", "a", "-o", "new.csv", "in.csv"}, "% >/dev/full"), 1);
     EXPECT_NE(err_.find("can't write the summary: No space left"), std::string::npos) << err_;
     EXPECT_EQ(folder_.read("old.csv"), "old");
@@ -451,7 +456,7 @@ TEST_F(Messwerk, ReadsAndWritesEachForm) {
 }
 
 TEST_F(Messwerk, PlotsColumnsIntoABitmap) {
-    folder_.write("in.csv", "h\n2020-01-01;1;5\n2020-06-01;3;x\n2021-01-01;2;7\n");
+    folder_.write("in.csv", "h\n2020-01-01;1;5\n2020-06-01;3;x\n2021/01.01;2;7\n");
     auto const profile = [&](std::string const &plot) {
         folder_.write("p.ini",
                       "[Input]\nFile=in.csv\nColumns=day:iso,a,b\n[Output]\nFile=o.csv\n"
@@ -488,6 +493,11 @@ TEST_F(Messwerk, WorksInAPipe) {
         run({"-c", "a", "-o", "/dev/stdout", "/dev/stdin"}, "printf 'h\\n1\\n\\n2' | % | cat"), 0);
     EXPECT_EQ(out_, "\"a\";\n1.;\n2.;\n");
     EXPECT_NE(err_.find("2 read, 0 refused"), std::string::npos) << err_;
+    folder_.write("p.ini",
+                  "[Input]\nFile=/dev/stdin\nForm=columns\nLayout=A2 X1 F3.1\nColumns=n:text,a\n"
+                  "[Output]\nFile=o.csv\n");
+    EXPECT_EQ(run({"p.ini"}, "printf 'h\\nab 1.5\\nc\\0d 2.5\\n\\ncd   3' | %"), 0) << err_;
+    EXPECT_EQ(folder_.read("o.csv"), "\"n\";\"a\";\n\"ab\";1.5;\n\"cd\";3.;\n");
 }
 
 TEST_F(Messwerk, TakesTheDecimalCharacterOfTheEnvironment) {
@@ -593,6 +603,25 @@ TEST_F(Messwerk, ChangesAProfileInADialog) {
               "File=o.csv\n");
     EXPECT_EQ(run({"--edit", "p.ini"}), 1);
     EXPECT_EQ(run({"--edit", "in.csv"}), 2);
+
+    std::string const other =
+        "[Input]\nFile=/dev/stdin\nColumns=\xC3\x9C,b\n[Calculations]\n\xCE\xB1=1\ns=b 1 +\n";
+    std::string const limits = "[Limits]\ns=1:\n";
+    folder_.write("p.ini", other + limits);
+    auto adds = atTerminal({"--edit", "p.ini"});
+    EXPECT_TRUE(adds.shows("renzen f\xC3\xBCr"));
+    adds.type("D:\\x\r");
+    EXPECT_TRUE(adds.shows("leads to no file"));
+    adds.type("\r/dev/stdin\x1Brs =\r");
+    EXPECT_TRUE(adds.shows("no column \"S\" to be limited"));
+    adds.type("\r\x1Br\xC3\xA4 = \xC3\x9C 1 +\r");
+    EXPECT_EQ(adds.end(), 0);
+    EXPECT_EQ(folder_.read("p.ini"), other + "\xC3\xA4=\xC3\x9C 1 +\n" + limits);
+    auto removes = atTerminal({"--edit", "p.ini"});
+    EXPECT_TRUE(removes.shows("renzen f\xC3\xBCr"));
+    removes.type("\x1Br\xC3\xA4 =\r");
+    EXPECT_EQ(removes.end(), 0);
+    EXPECT_EQ(folder_.read("p.ini"), other + limits);
 }
 
 }  // namespace
