@@ -9,10 +9,10 @@
 //     for (file.nextline(); *file.currentLine() != '\0'; file.nextline())
 //         file >> key >> &value;
 //
-// The loop ends at the end of the file or at a blank line. Both set the end-of-file bit; clear() and
-// then peek() tells them apart, which is -1 at the end of the file alone, and rdbuf()->readFailed()
-// whether that was an error. eof() is no condition for the loop: the last line of a file without a
-// final newline sets that bit too.
+// The loop ends at the end of the file or at a blank line. Both set the end-of-file bit; clear()
+// and then peek() tells them apart, which is -1 at the end of the file alone, and
+// rdbuf()->readFailed() whether that was an error. eof() is no condition for the loop: the last
+// line of a file without a final newline sets that bit too.
 //
 // A quote strips itself and protects nothing: a blank between quotes ends the item. A tab is part
 // of an item. A number may have anything behind it, but no quote ahead.

@@ -215,7 +215,8 @@ TEST_F(BitmapFiles, BigPromisesCostNothing) {
     std::string const table = folder_.write("table.bmp", picture.file());
     std::filesystem::resize_file(table, (std::uint64_t{9} << 30) + 100);
     EXPECT_EQ(bitmap.AttachMapFile(table.c_str(), 0), 0);
-    EXPECT_EQ(user_.messages(), "AttachMemory error|");
+    // A process of 32 bits has no room for such a view.
+    EXPECT_EQ(user_.messages(), sizeof(void *) == 4 ? "Empty bitmap file|" : "AttachMemory error|");
 }
 
 // The bytes of the bits that a file's header promises.
