@@ -186,10 +186,11 @@ HBITMAP CDib::CreateBitmap(CDC *dc) {
 }
 
 HBITMAP CDib::CreateSection(CDC *dc) {
-    if (image != nullptr || !isComplete()) return nullptr;
+    if (image != nullptr || !hasColors()) return nullptr;
     void *bits = nullptr;
     bitmapHandle = CreateDIBSection(contextOf(dc), info(), DIB_RGB_COLORS, &bits, nullptr, 0);
     image = static_cast<std::uint8_t *>(bits);
+    if (image != nullptr) imageSize = static_cast<std::uint32_t>(tqplatform::bitsOf(*header));
     return bitmapHandle;
 }
 

@@ -136,7 +136,7 @@ class TQLIB_API CDib : public CObject {
     int CopyToMapFile(char const *path);
 
     /// Uses a block at an even address that holds a header, a colour table and bits. It is freed
-    /// with the bitmap if `mustDelete` isn't 0, also if the result is 0: as the memory block
+    /// with the bitmap if `mustDelete` isn't 0, at once if the result is 0: as the memory block
     /// `global`, or with operator delete if that is null. The caller answers for the block being as
     /// long as its header says. 1, or 0 with a message, and no bitmap then.
     int AttachMemory(void *block, int mustDelete, void *global);
@@ -203,12 +203,12 @@ class TQLIB_API CDib : public CObject {
 
     BITMAPINFO *info() const { return reinterpret_cast<BITMAPINFO *>(header); }
 
-    /// True if there is a header, and all that it promises.
-    bool isComplete() const {
+    /// True if there is a header with the colours that it promises; with the bits as well.
+    bool hasColors() const {
         return header != nullptr && header->biSize == headerSize &&
-               static_cast<std::int64_t>(tqplatform::colorsOf(*header)) <= colorCount &&
-               tqplatform::bitsOf(*header) <= imageSize;
+               static_cast<std::int64_t>(tqplatform::colorsOf(*header)) <= colorCount;
     }
+    bool isComplete() const { return hasColors() && tqplatform::bitsOf(*header) <= imageSize; }
     std::uint8_t *completeBits() const { return isComplete() ? image : nullptr; }
 
     static void tellOtherDepth();

@@ -5,6 +5,7 @@
 #include <limits>
 #include <memory>
 #include <new>
+#include <optional>
 #include <utility>
 
 #include "tqlib/bitmap/CDib.h"
@@ -136,12 +137,13 @@ class MappedFile {
     HANDLE file() const { return file_; }
     std::uint8_t *view() const { return static_cast<std::uint8_t *>(view_); }
 
-    /// 0 if it can't be told.
-    std::uint64_t size() const {
+    /// The bytes of the file, or nothing if they can't be told.
+    std::optional<std::uint64_t> size() const {
         std::uint32_t high = 0;
         std::uint32_t const low = GetFileSize(file_, &high);
         std::uint64_t const size = std::uint64_t{high} << 32 | low;
-        return size == std::numeric_limits<std::uint64_t>::max() ? 0 : size;
+        if (size == std::numeric_limits<std::uint64_t>::max()) return std::nullopt;
+        return size;
     }
 
     void release(HANDLE &file, HANDLE &mapping, void *&view) {
@@ -262,8 +264,7 @@ int CDib::AttachMemory(void *block, int mustDelete, void *global) {
     return attach(block, std::numeric_limits<std::uint64_t>::max());
 }
 
-// Uses a block of at most `size` bytes. If that fails, one that isn't the object's is left alone
-// from then on.
+// Uses a block of at most `size` bytes, and lets go of it if that fails.
 int CDib::attach(void *block, std::uint64_t size) {
     int const result = guarded("AttachMemory error", [&] {
         header = static_cast<BITMAPINFOHEADER *>(block);
@@ -273,7 +274,7 @@ int CDib::attach(void *block, std::uint64_t size) {
         image = reinterpret_cast<std::uint8_t *>(colorTable + colorCount);
         MakePalette();
     });
-    if (result == 0 && headerAlloc == AllocNone) Empty();
+    if (result == 0) Empty();
     return result;
 }
 
@@ -289,12 +290,12 @@ int CDib::LoadBitmapA(unsigned int id) {
 
 int CDib::AttachMapFile(char const *path, int share) {
     MappedFile file(openForMapping(path, share != 0, OPEN_EXISTING));
-    std::uint64_t const size = file.size();  // the file may grow before it is mapped
-    if (!file.map(0)) return refuse("Empty bitmap file");
+    auto const size = file.size();  // the file may grow before it is mapped
+    if (!size || !file.map(0)) return refuse("Empty bitmap file");
     std::uint8_t const type[] = {'B', 'M'};
-    bool const isBitmap = size >= fileHeaderSize &&
+    bool const isBitmap = *size >= fileHeaderSize &&
                           std::memcmp(file.view(), type, sizeof type) == 0 &&
-                          liesWithin(file.view() + fileHeaderSize, size - fileHeaderSize);
+                          liesWithin(file.view() + fileHeaderSize, *size - fileHeaderSize);
     if (!isBitmap) return refuse("Invalid bitmap file");
     if (AttachMemory(file.view() + fileHeaderSize, 0, nullptr) == 0) return 0;
     file.release(fileHandle, mapHandle, fileView);
@@ -309,7 +310,11 @@ int CDib::CopyToMapFile(char const *path) {
     HANDLE const fresh = openForMapping(path, false, CREATE_NEW);
     MappedFile file(fresh != nullptr ? fresh : openForMapping(path, false, OPEN_EXISTING));
     // An old file keeps its content until nothing can fail any more.
-    if (!file.map(static_cast<std::uint32_t>(size)) || SetFileSize(file.file(), size) == 0) {
+    auto const before = file.size();
+    bool const isReady =
+        before && file.map(static_cast<std::uint32_t>(size)) && SetFileSize(file.file(), size) == 1;
+    if (!isReady) {
+        if (before) SetFileSize(file.file(), *before);
         if (fresh != nullptr) _unlink(path);
         return 0;
     }
@@ -361,6 +366,7 @@ int CDib::takeCompressed(CDC *dc, HBITMAP bitmap, int compress) {
         std::memcpy(newHeader.get(), header, headers);
         auto *const form = reinterpret_cast<BITMAPINFO *>(newHeader.get());
         BITMAPINFOHEADER &changed = form->bmiHeader;
+        // Another program may have changed the header in a mapped file this very moment.
         if (headers < infoHeaderSize + tableBytes(changed)) return 0;
         changed.biCompression = compress == 0             ? BI_RGB
                                 : changed.biBitCount == 4 ? BI_RLE4

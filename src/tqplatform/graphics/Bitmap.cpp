@@ -236,6 +236,7 @@ void encode(Bitmap &bitmap, Order const &order, Conversion &conversion) {
     bool const areIndices =
         picture.bitCount() == 8 && order.bitCount == 8 && picture.width() == order.width;
     bitmap.code.clear();
+    bitmap.codeBits = 0;
     for (std::int32_t y = picture.height() - 1; y >= 0; --y) {
         std::uint8_t const *pixels = picture.line(y);
         if (!areIndices) {

@@ -74,6 +74,7 @@ TQPLATFORM_API HBITMAP CreateDIBSection(HDC context, BITMAPINFO const *info, uns
 /// header in `info`: depth, size and compression. Fills its colour table with as many colours as
 /// the header says, or the depth, and biSizeImage with the bytes of the bits; `bits` is null if
 /// that is all that is wanted. Compressed bits are given whole: start is 0 then. The result is the
-/// number of lines, at most those of the header, 0 if the form isn't known or memory is lacking.
+/// number of lines, at most those of the header, or all of the bitmap if they are compressed; 0 if
+/// the form isn't known or memory is lacking.
 TQPLATFORM_API int GetDIBits(HDC context, HBITMAP bitmap, unsigned int start, unsigned int lines,
                              void *bits, BITMAPINFO *info, unsigned int usage);

@@ -58,6 +58,10 @@ TEST(Bitmaps, ANewOneHasHeaderAndColoursAndNoBits) {
     EXPECT_EQ(none.Draw(nullptr, CPoint(), CSize(1, 1)), 0);
     EXPECT_EQ(none.CreateBitmap(nullptr), nullptr);
     EXPECT_EQ(none.CreateSection(nullptr), nullptr);
+    CDib later(CSize(100, 100), 24);
+    later.header->biHeight = 2;  // there are no bits yet
+    EXPECT_NE(later.CreateSection(nullptr), nullptr);
+    EXPECT_EQ(later.imageSize, 600u);
     EXPECT_EQ(none.GetRGBColor(0, 0), 0u);
     CDib huge(CSize(1 << 30, 1 << 30), 32);
     EXPECT_EQ(huge.CreateSection(nullptr), nullptr);
