@@ -73,7 +73,7 @@ void RatioReporter::Finalize() {
                                     {"tqlib", "peer's", "ratio", "at most", "best seen"});
     for (Target const &target : targets) {
         std::string const job = target.job;
-        GetOutputStream() << formatLine(target, median(job + "/tqlib"),
-                                        median(job + '/' + target.peer));
+        double const own = median(job + "/tqlib"), peer = median(job + '/' + target.peer);
+        if (own > 0 || peer > 0) GetOutputStream() << formatLine(target, own, peer);
     }
 }
