@@ -49,7 +49,7 @@ class Profile {
 
     /// Gives the value `name` of `category` another text, or takes it away for an empty one; makes
     /// the category if there is none. Throws RunError if the profile can't be written, which has
-    /// the old text then, UsageError as checkRoom() does.
+    /// the old text then, or the last one of several, UsageError as checkRoom() does.
     void set(char const *category, std::string const &name, std::string const &value);
 
     /// Throws UsageError if the line of such a value would be too long.

@@ -51,7 +51,7 @@ TQPLATFORM_API int runDialog(HWND dialog);
 TQPLATFORM_API void focusControl(HWND control);
 
 /// Whether a window is the dialog, in it, or owned by a window that is.
-bool isIn(HWND window, HWND dialog);
+TQPLATFORM_API bool isIn(HWND window, HWND dialog);
 
 /// The size of a letter, in pixels.
 inline constexpr int letterWidth = 6;

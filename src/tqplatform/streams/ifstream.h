@@ -5,8 +5,8 @@
 
 namespace classic {
 
-/// Reads a file, in text mode unless the mode says ios::binary. Creates no file
-/// unless the mode says ios::out.
+/// Reads a file, in text mode unless the mode says ios::binary. Creates no file unless the mode
+/// says ios::out.
 class TQPLATFORM_API ifstream : public FileStream<istream, ios::in, ios::in> {
   public:
     using FileStream::FileStream;

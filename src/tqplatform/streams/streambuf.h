@@ -35,13 +35,14 @@ class TQPLATFORM_API streambuf {
         bool end = false;        ///< the end of the source was met
     };
 
-    /// The next character without taking it, 0 to 255, or -1 at the end of the source.
+    /// The next character without taking it, 0 to 255, or -1 at the end of the source or where an
+    /// error hides what follows; see readFailed().
     int sgetc() {
         if (next_ < readEnd_ && *next_ != '\r') return static_cast<unsigned char>(*next_);
         return peekSlowly();
     }
 
-    /// Takes the next character, 0 to 255, or gives -1 at the end of the source.
+    /// Takes the next character, 0 to 255, or gives -1 where sgetc() does.
     int sbumpc();
 
     /// Takes characters up to `delimiter`, at most `limit`, into `target`, or drops them if that is
@@ -104,7 +105,7 @@ class TQPLATFORM_API streambuf {
     char *write_ = nullptr;     ///< where the next character written goes
     char *writeEnd_ = nullptr;  ///< end of the room for writing
     bool text_ = false;         ///< CR LF is read as one newline
-    bool readFailed_ = false;   ///< the source gave an error instead of its end
+    bool readFailed_ = false;   ///< there was an error instead of an end, see readFailed()
 
   private:
     struct Segment {
