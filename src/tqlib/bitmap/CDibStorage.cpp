@@ -127,7 +127,7 @@ class MappedFile {
         CloseHandle(file_);
     }
 
-    /// Maps the first `size` bytes, and more for 0: all that there are by now.
+    /// Maps the first `size` bytes, or all of them for 0.
     bool map(std::uint32_t size) {
         mapping_ = CreateFileMappingA(file_, nullptr, PAGE_READWRITE, 0, size, nullptr);
         view_ = MapViewOfFile(mapping_, FILE_MAP_WRITE, 0, 0, 0);
@@ -290,12 +290,12 @@ int CDib::LoadBitmapA(unsigned int id) {
 
 int CDib::AttachMapFile(char const *path, int share) {
     MappedFile file(openForMapping(path, share != 0, OPEN_EXISTING));
-    auto const size = file.size();  // the file may grow before it is mapped
-    if (!size || !file.map(0)) return refuse("Empty bitmap file");
+    if (!file.map(0)) return refuse("Empty bitmap file");
+    std::uint64_t const size = tqplatform::viewSize(file.view());
     std::uint8_t const type[] = {'B', 'M'};
-    bool const isBitmap = *size >= fileHeaderSize &&
+    bool const isBitmap = size >= fileHeaderSize &&
                           std::memcmp(file.view(), type, sizeof type) == 0 &&
-                          liesWithin(file.view() + fileHeaderSize, *size - fileHeaderSize);
+                          liesWithin(file.view() + fileHeaderSize, size - fileHeaderSize);
     if (!isBitmap) return refuse("Invalid bitmap file");
     if (AttachMemory(file.view() + fileHeaderSize, 0, nullptr) == 0) return 0;
     file.release(fileHandle, mapHandle, fileView);

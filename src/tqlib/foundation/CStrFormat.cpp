@@ -1,6 +1,7 @@
 // What pooled strings take from the platform and from a format.
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -35,7 +36,13 @@ bool findText(unsigned int id, std::size_t longest, std::string &text) {
 /// The characters between a '%' and the one that ends its directive, and what they ask for.
 class Directive {
   public:
-    static constexpr char characters[] = "-+0 #*.123456789hlL";
+    /// The number of characters from `text` on that can belong to one.
+    static std::size_t length(char const *text) {
+        std::size_t count = 0;
+        while (isPart[static_cast<unsigned char>(text[count])])
+            ++count;
+        return count;
+    }
 
     explicit Directive(std::string_view text) : text_(text.substr(0, longest)) {
         for (char const c : text_)
@@ -76,6 +83,13 @@ class Directive {
     }
 
   private:
+    static constexpr auto isPart = [] {
+        std::array<bool, 256> table{};
+        for (unsigned char const c : std::string_view("-+0 #*.123456789hlL"))
+            table[c] = true;
+        return table;
+    }();
+
     static constexpr int none = -1;
     static constexpr std::size_t longest = 62;  ///< with the '%' and a NUL it is 64
     static constexpr int greatest = 65535;      ///< width or precision
@@ -307,7 +321,7 @@ void CStr::format(char const *format, std::va_list arguments) {
         result.append({format, plain});
         if (format[plain] == '\0') break;
         char const *const directive = format + plain + 1;
-        std::size_t const length = std::strspn(directive, Directive::characters);
+        std::size_t const length = Directive::length(directive);
         char const conversion = directive[length];
         if (conversion == '\0') break;
         formatter.append(Directive({directive, length}), conversion);

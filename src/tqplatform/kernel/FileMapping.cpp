@@ -65,6 +65,14 @@ bool hasRoom(int descriptor, std::int64_t present, std::int64_t wanted) {
 }
 
 }  // namespace
+
+std::size_t viewSize(void const *view) {
+    Views &all = views();
+    std::scoped_lock const lock(all.mutex);
+    auto const found = all.sizes.find(view);
+    return found == all.sizes.end() ? 0 : found->second;
+}
+
 }  // namespace tqplatform
 
 using tqplatform::FileHandle;

@@ -13,6 +13,7 @@
 //
 // Nothing guards a view against another program that shortens the file meanwhile.
 
+#include <cstddef>
 #include <cstdint>
 
 #include "tqplatform/kernel/Handle.h"
@@ -54,6 +55,13 @@ TQPLATFORM_API HANDLE CreateFileMappingA(HANDLE file, void const *security, unsi
 /// FILE_MAP_WRITE, the others are 0. It stays until UnmapViewOfFile(). Null if it can't be had.
 TQPLATFORM_API void *MapViewOfFile(HANDLE mapping, unsigned int access, std::uint32_t offsetHigh,
                                    std::uint32_t offsetLow, std::size_t size);
+
+namespace tqplatform {
+
+/// The bytes of a view; 0 if there is none at that place.
+TQPLATFORM_API std::size_t viewSize(void const *view);
+
+}  // namespace tqplatform
 
 /// Ends a view; 0 if there is none at that place.
 TQPLATFORM_API int UnmapViewOfFile(void const *view);
