@@ -85,8 +85,8 @@ class Directive {
   private:
     static constexpr auto isPart = [] {
         std::array<bool, 256> table{};
-        for (unsigned char const c : std::string_view("-+0 #*.123456789hlL"))
-            table[c] = true;
+        for (char const c : std::string_view("-+0 #*.123456789hlL"))
+            table[static_cast<unsigned char>(c)] = true;
         return table;
     }();
 
